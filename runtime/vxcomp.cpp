@@ -1,0 +1,990 @@
+#include "vxcomp.h"
+
+#include "vxcomponents.h"
+#include "vxdispatcher.h"
+#include "vxerrors.h"
+#include "vxloadwatcher.h"
+#include "vxlocalesettings.h"
+#include "vxpropaccess.h"
+#include "vxpropinfolist.h"
+
+#include <QtCore/QHash>
+#include <QtGui/QAction>
+
+namespace {
+
+const char versionText[] = "v4.9";
+
+QHash<const QObject *, TvxCustomLang *> &registry()
+{
+    static QHash<const QObject *, TvxCustomLang *> owners;
+    return owners;
+}
+
+QObject *ownerFor(QObject *given)
+{
+    if (given && given->isWidgetType())
+        return static_cast<QWidget *>(given)->window();
+    return given;
+}
+
+QString outOfRangeMessage(int value, const char *rule)
+{
+    return QString::number(value) + QLatin1String(" - is not a valid property value !") + QChar(13)
+        + QLatin1String(rule);
+}
+
+QString languageNameMessage()
+{
+    return QStringLiteral("Language name shall be included in LangNames property!");
+}
+
+// The component name of a key: the whole key, or for categories keyed by
+// component and property the text before the first ".".
+QString componentOfKey(const QString &key, TStringsType type)
+{
+    if (type == stMultiLines || type == stOtherStrings || type == stCollections) {
+        const int dot = key.indexOf(QLatin1Char('.'));
+        return dot >= 0 ? key.left(dot) : key;
+    }
+    return key;
+}
+
+QString propertyOfKey(const QString &key)
+{
+    const int dot = key.indexOf(QLatin1Char('.'));
+    return dot >= 0 ? key.mid(dot + 1) : QString();
+}
+
+// The parts of a collection key: component.Collection[index].Property
+struct CollectionKey
+{
+    QString component;
+    QString collection;
+    QString item;
+    bool indexOk = false;
+    int index = -1;
+};
+
+CollectionKey parseCollectionKey(const QString &key)
+{
+    CollectionKey k;
+    const int dot = key.indexOf(QLatin1Char('.'));
+    k.component = dot >= 0 ? key.left(dot) : key;
+    const int open = key.indexOf(QLatin1Char('['), dot + 1);
+    const int close = open >= 0 ? key.indexOf(QLatin1Char(']'), open) : -1;
+    if (dot < 0 || open < 0 || close < 0)
+        return k;
+    k.collection = key.mid(dot + 1, open - dot - 1);
+    k.index = key.mid(open + 1, close - open - 1).toInt(&k.indexOk);
+    if (key.mid(close, 2) == QLatin1String("]."))
+        k.item = key.mid(close + 2);
+    return k;
+}
+
+QString hookedProperty(TStringsType type, const QObject *object)
+{
+    switch (type) {
+    case stCaptions:
+        return TvxPropInfoList::captionProperty(object);
+    case stHints:
+        return TvxPropInfoList::findProperty(object, QStringLiteral("toolTip")) ? QStringLiteral("toolTip") : QString();
+    case stDisplayLabels:
+        return TvxPropInfoList::findProperty(object, QStringLiteral("displayLabel")) ? QStringLiteral("displayLabel")
+                                                                                       : QString();
+    default:
+        return QString();
+    }
+}
+
+bool isMenuSeparator(const QObject *object)
+{
+    auto *action = qobject_cast<const QAction *>(object);
+    return action && action->isSeparator();
+}
+
+bool isFormStorage(const QObject *object)
+{
+    return object->inherits("TvxFormStorage");
+}
+
+} // namespace
+
+/// Lines of vanished components, kept per category so that a renamed
+/// component takes back its own kind of texts; each line is claimed once.
+struct TvxCustomLang::StaleLines
+{
+    struct Category
+    {
+        QStringList lines;
+        QList<bool> claimed;
+        QHash<QString, QList<int>> byText; // built on first search
+        int indexedLanguage = -1;
+    };
+    Category categories[stListView_TreeView_Items];
+    QHash<QString, QString> charSets; // vanished component name -> its character-set line
+};
+
+TvxCustomLang::TvxCustomLang(QObject *given)
+    : QWidget(given && given->isWidgetType() ? static_cast<QWidget *>(given) : nullptr)
+    , m_owner(ownerFor(given))
+{
+    if (m_owner && registry().contains(m_owner))
+        throw EVexilError(QStringLiteral("Only one TvxCustomLang component per Form/DataModule allowed!"));
+    if (m_owner)
+        registry().insert(m_owner, this);
+
+    hide();
+    setAttribute(Qt::WA_DontShowOnScreen);
+
+    for (auto &t : m_tables)
+        t = new TvxStringList(this);
+    m_doNotTranslate = new TvxStringList(this);
+    m_langNames = new TvxStringList(this);
+    m_version = QLatin1String(versionText);
+    m_langNames->append(QStringLiteral("LANGUAGE N1"));
+    m_language = m_langNames->at(0);
+
+    const QChar d = m_langDelim;
+    QStringList dialogs;
+    for (const QString &text : Vexil::defaultDialogTexts())
+        dialogs << Vexil::dialogKey(text) + d + text + d;
+    DlgsCaptions()->setLines(dialogs);
+
+    TvxLocaleSettings *settings = TvxLocaleSettings::instance();
+    const QStringList items = Vexil::localeItemNames();
+    QStringList locales;
+    for (int i = 0; i < TvxLocaleSettings::ItemCount; ++i) {
+        const QString value = settings->value(TvxLocaleSettings::Item(i));
+        m_savedLocale << value;
+        locales << items.at(i) + d + value + d;
+    }
+    Locales()->setLines(locales);
+    m_options = {};
+
+    m_loadWatcher = new TvxLoadWatcher(m_owner, [this] { Loaded(); }, this);
+}
+
+TvxCustomLang::~TvxCustomLang()
+{
+    if (m_dispatcher)
+        m_dispatcher->RemovePossibleReference(this);
+    auto &owners = registry();
+    auto it = owners.find(m_owner.data());
+    if (it != owners.end() && it.value() == this)
+        owners.erase(it);
+    else {
+        // The owner may already be gone; drop whatever entry points here.
+        for (auto i = owners.begin(); i != owners.end();) {
+            if (i.value() == this)
+                i = owners.erase(i);
+            else
+                ++i;
+        }
+    }
+}
+
+TvxCustomLang *TvxCustomLang::componentOf(const QObject *owner)
+{
+    return registry().value(owner);
+}
+
+bool TvxCustomLang::isLoading() const
+{
+    return m_loadWatcher && m_loadWatcher->isLoading();
+}
+
+void TvxCustomLang::Loaded()
+{
+    if (m_loadWatcher && m_loadWatcher->isLoading()) {
+        m_loadWatcher->finish(); // calls back here once loading has ended
+        return;
+    }
+    completeDialogTexts();
+    if (m_options & loUseExtCommonStrings) {
+        DlgsCaptions()->clear();
+        Locales()->clear();
+    }
+}
+
+void TvxCustomLang::completeDialogTexts()
+{
+    TvxStringList *dialogs = DlgsCaptions();
+    if (dialogs->count() != Vexil::MessageDialogTextCount)
+        return;
+    const QStringList texts = Vexil::defaultDialogTexts();
+    dialogs->beginUpdate();
+    for (int i = Vexil::MessageDialogTextCount; i < texts.size(); ++i)
+        dialogs->append(Vexil::dialogKey(texts.at(i)) + m_langDelim + texts.at(i) + m_langDelim);
+    dialogs->endUpdate();
+}
+
+TvxStringList *TvxCustomLang::GetPropListByType(TStringsType type) const
+{
+    if (type < 0 || type >= StringsTypeCount)
+        return nullptr;
+    // A class offers the tables it publishes as properties.
+    if (metaObject()->indexOfProperty(Vexil::CategoryTableNames[type]) < 0)
+        return nullptr;
+    return table(type);
+}
+
+void TvxCustomLang::SetTable(TStringsType type, const TvxStringList *lines)
+{
+    TvxStringList *own = table(type);
+    if (!own || !lines || lines == own)
+        return;
+    SetTable(type, lines->lines());
+}
+
+void TvxCustomLang::SetTable(TStringsType type, const QStringList &lines)
+{
+    TvxStringList *own = table(type);
+    if (!own)
+        return;
+    own->setLines(lines);
+    if (type == stDlgsCaptions)
+        return;
+    m_lastAssigned = type;
+    if (!isLoading())
+        ChangeLanguage();
+}
+
+void TvxCustomLang::SetVersion(const QString &)
+{
+    m_version = QLatin1String(versionText);
+}
+
+// --- look-ups ------------------------------------------------------------
+
+int TvxCustomLang::findKeyLine(const TvxStringList *list, const QString &key) const
+{
+    // The index knows keys as the first field; a line that starts with the
+    // delimiter or has none has a different key here, so such a candidate
+    // sends the search the slow way.
+    const int i = list->indexOfKey(key, m_langDelim);
+    if (i < 0 || key.isEmpty()) {
+        if (!key.isEmpty())
+            return -1;
+    } else {
+        const QString &line = list->at(i);
+        const int d = line.indexOf(m_langDelim);
+        if (d > 0)
+            return i;
+    }
+    const QString upper = Vexil::upperKey(key);
+    for (int j = 0; j < list->count(); ++j) {
+        const QString &line = list->at(j);
+        const int d = line.indexOf(m_langDelim);
+        const QString lineKey = d >= 0 ? line.left(d) : QString();
+        if (Vexil::upperKey(lineKey) == upper)
+            return j;
+    }
+    return -1;
+}
+
+int TvxCustomLang::findExactLine(const TvxStringList *list, const QString &key) const
+{
+    const QString prefix = key + m_langDelim;
+    const int i = list->indexOfKey(key, m_langDelim);
+    if (i < 0 && !key.isEmpty())
+        return -1;
+    if (i >= 0 && list->at(i).startsWith(prefix))
+        return i;
+    for (int j = 0; j < list->count(); ++j) {
+        if (list->at(j).startsWith(prefix))
+            return j;
+    }
+    return -1;
+}
+
+const TvxCustomLang *TvxCustomLang::externalSource(TStringsType type) const
+{
+    if (!m_dispatcher)
+        return nullptr;
+    for (TvxCustomLang *other : m_dispatcher->references()) {
+        const TvxStringList *list = other->table(type);
+        if (list && list->count() > 0)
+            return other;
+    }
+    return nullptr;
+}
+
+QString TvxCustomLang::GetTextFrom(const TvxStringList *list, const QString &id, bool useDefault) const
+{
+    if (!list)
+        return QString();
+    const int i = list->indexOfKey(id, m_langDelim);
+    if (i >= 0) {
+        const QString &line = list->at(i);
+        QString result = ExtractWord(m_activeLanguage + 1, line, m_langDelim);
+        if (result.isEmpty() && useDefault)
+            result = ExtractWord(2, line, m_langDelim);
+        return result;
+    }
+    TStringsType external;
+    if ((m_options & loUseExtCommonStrings) && list == DlgsCaptions())
+        external = stDlgsCaptions;
+    else if ((m_options & loUseExtUDStrings) && list == Strings() && m_dispatcher)
+        external = stStrings;
+    else
+        return QString();
+    const TvxCustomLang *source = externalSource(external);
+    // The first component with texts may be this one: its table has been
+    // searched already, so the search ends here.
+    if (!source || source == this)
+        return QString();
+    return GetTextFrom(source->table(external), id, useDefault);
+}
+
+QString TvxCustomLang::GetTextFromByIndex(const TvxStringList *list, int index, bool useDefault) const
+{
+    if (!list || index < 0 || index >= list->count())
+        return QString();
+    QString result = ExtractWord(m_activeLanguage + 1, list->at(index), m_langDelim);
+    if (result.isEmpty() && useDefault)
+        result = ExtractWord(2, list->at(index), m_langDelim);
+    if ((m_options & loUseExtCommonStrings) && list == Locales() && m_dispatcher) {
+        const TvxCustomLang *source = externalSource(stLocales);
+        if (source && source != this)
+            result = GetTextFromByIndex(source->Locales(), index, useDefault);
+    }
+    return result;
+}
+
+QString TvxCustomLang::GetStringValue(const TvxStringList *list, const QString &key, int lang) const
+{
+    if (!list)
+        return QString();
+    const int i = findKeyLine(list, key);
+    return i >= 0 ? ExtractWord(lang + 1, list->at(i), m_langDelim) : QString();
+}
+
+void TvxCustomLang::ReplaceStringValue(TvxStringList *list, const QString &key, const QString &newText, int lang)
+{
+    if (!list)
+        return;
+    const int i = findKeyLine(list, key);
+    if (i < 0)
+        return;
+    const QString &line = list->at(i);
+    enum { Copying, Skipping, Done } state = Copying;
+    unsigned char count = 0; // counts delimiters modulo 256
+    QString result;
+    result.reserve(line.size() + newText.size());
+    for (QChar c : line) {
+        if (c == m_langDelim)
+            ++count;
+        if (count == lang)
+            state = Skipping;
+        if (count == lang + 1) {
+            result += m_langDelim;
+            result += newText;
+            state = Done;
+            ++count;
+        }
+        if (state != Skipping)
+            result += c;
+    }
+    list->replace(i, result);
+}
+
+QString TvxCustomLang::newLine(const QString &key, const QString &value) const
+{
+    QString line = key + m_langDelim + value;
+    for (int i = 0; i < m_numLanguages; ++i)
+        line += m_langDelim;
+    return line;
+}
+
+// --- maintenance ----------------------------------------------------------
+
+void TvxCustomLang::SetNumLang(int value)
+{
+    if (value == m_numLanguages)
+        return;
+    if (value < 1)
+        throw ELanguageError(outOfRangeMessage(value, "Value must be more than ZERO !"));
+    m_numLanguages = value;
+    m_langNames->beginUpdate();
+    while (m_langNames->count() < m_numLanguages)
+        m_langNames->append(QStringLiteral("LANGUAGE N") + QString::number(m_langNames->count() + 1));
+    while (m_langNames->count() > m_numLanguages)
+        m_langNames->removeAt(m_langNames->count() - 1);
+    m_langNames->endUpdate();
+}
+
+void TvxCustomLang::SetLangNames(const TvxStringList *names)
+{
+    if (!names || names == m_langNames)
+        return;
+    SetLangNames(names->lines());
+}
+
+void TvxCustomLang::SetLangNames(const QStringList &names)
+{
+    if (m_activeLanguage < 1 || m_activeLanguage > names.size())
+        throw EListError(QStringLiteral("List index out of bounds (%1)").arg(m_activeLanguage - 1));
+    QStringList upper;
+    upper.reserve(names.size());
+    for (const QString &name : names)
+        upper << name.toUpper();
+    m_langNames->setLines(upper);
+    m_language = upper.at(m_activeLanguage - 1);
+}
+
+void TvxCustomLang::SetLanguage(const QString &name)
+{
+    if (name == m_language)
+        return;
+    const int pos = m_langNames->lines().indexOf(name.toUpper());
+    if (pos < 0)
+        throw ELanguageError(languageNameMessage());
+    m_language = name;
+    if (!isLoading())
+        SetActLang(pos + 1);
+}
+
+void TvxCustomLang::SetLangDelim(QChar delim)
+{
+    if (delim == m_langDelim)
+        return;
+    if (!isLoading())
+        ChangeLangDelim(m_langDelim, delim);
+    m_langDelim = delim;
+}
+
+void TvxCustomLang::ChangeLangDelim(QChar oldDelim, QChar newDelim)
+{
+    for (int t = 0; t < StringsTypeCount; ++t) {
+        TvxStringList *list = GetPropListByType(TStringsType(t));
+        if (!list)
+            continue;
+        QStringList lines = list->lines();
+        for (QString &line : lines)
+            line.replace(oldDelim, newDelim);
+        list->setLines(lines);
+    }
+    if (m_stale) {
+        for (auto &category : m_stale->categories) {
+            for (QString &line : category.lines)
+                line.replace(oldDelim, newDelim);
+            category.byText.clear();
+            category.indexedLanguage = -1;
+        }
+    }
+}
+
+bool TvxCustomLang::AddString(const QString &id, const QStringList &texts)
+{
+    TvxStringList *strings = Strings();
+    const int existing = findExactLine(strings, id);
+    if (existing >= 0)
+        strings->removeAt(existing);
+    QString line = id + m_langDelim;
+    for (const QString &text : texts)
+        line += text + m_langDelim;
+    strings->append(line);
+    return true;
+}
+
+bool TvxCustomLang::DeleteString(const QString &id)
+{
+    const int existing = findExactLine(Strings(), id);
+    if (existing < 0)
+        return false;
+    Strings()->removeAt(existing);
+    return true;
+}
+
+void TvxCustomLang::SetOptions(TVexilOptions options)
+{
+    if (options == m_options)
+        return;
+    m_options = options;
+    if ((m_options & loUseExtCommonStrings) && m_designing) {
+        DlgsCaptions()->clear();
+        Locales()->clear();
+    }
+}
+
+void TvxCustomLang::SetDoNotList(const TvxStringList *list)
+{
+    if (!list || list == m_doNotTranslate)
+        return;
+    SetDoNotList(list->lines());
+}
+
+void TvxCustomLang::SetDoNotList(const QStringList &list)
+{
+    // Names are compared upper-cased; keep one upper-cased entry per name.
+    QStringList names;
+    for (const QString &name : list) {
+        const QString upper = name.trimmed().toUpper();
+        if (!upper.isEmpty() && !names.contains(upper))
+            names << upper;
+    }
+    m_doNotTranslate->setLines(names);
+}
+
+bool TvxCustomLang::isDoNotTranslate(const QString &componentName) const
+{
+    return !m_doNotTranslate->isEmpty()
+        && m_doNotTranslate->indexOfKey(componentName, m_langDelim) >= 0;
+}
+
+void TvxCustomLang::SetLangDispatcher(TVexilDispatcher *dispatcher)
+{
+    m_dispatcher = dispatcher;
+    if (dispatcher)
+        dispatcher->AddReference(this);
+}
+
+// --- switching -------------------------------------------------------------
+
+void TvxCustomLang::SetActLang(int value)
+{
+    if (value == m_activeLanguage)
+        return;
+    const bool loading = isLoading();
+    if (value < 1 || value > m_numLanguages) {
+        if (loading)
+            return;
+        throw ELanguageError(outOfRangeMessage(value, "Value must be within [1..NumOfLanguages] !"));
+    }
+    m_lastAssigned = -1;
+    if (m_dispatcher || !loading)
+        BuildList();
+    m_activeLanguage = value;
+    if (!loading && m_langNames->count() >= value)
+        m_language = m_langNames->at(value - 1);
+    if (m_dispatcher || !loading)
+        ChangeLanguage();
+}
+
+QString TvxCustomLang::textForApply(const TvxStringList *list, int index) const
+{
+    QString text = ExtractWord(m_activeLanguage + 1, list->at(index), m_langDelim);
+    if (text.isEmpty() && m_translateType == ttGetDefault)
+        text = GetTextFromByIndex(list, index, true);
+    return text;
+}
+
+void TvxCustomLang::applyFormTexts(QWidget *form)
+{
+    auto firstText = [this](const TvxStringList *list) {
+        QString text = ExtractWord(m_activeLanguage + 1, list->at(0), m_langDelim);
+        if (text.isEmpty() && m_translateType == ttGetDefault)
+            text = ExtractWord(2, list->at(0), m_langDelim);
+        return text;
+    };
+    if (Captions()->count() > 0) {
+        const QString text = firstText(Captions());
+        if (!text.isEmpty() && form->windowTitle() != text)
+            form->setWindowTitle(text);
+    }
+    if (Hints()->count() > 0) {
+        const QString text = firstText(Hints());
+        if (!text.isEmpty() && form->toolTip() != text)
+            form->setToolTip(text);
+    }
+    if (Fonts()->count() > 0) {
+        const QString family = firstText(Fonts());
+        // The form's character-set line is keyed by its class name; a line
+        // under its object name takes precedence.
+        QString charSet = GetStringValue(CharSets(), form->objectName(), m_activeLanguage);
+        if (charSet.isEmpty())
+            charSet = GetStringValue(CharSets(), QString::fromLatin1(form->metaObject()->className()), m_activeLanguage);
+        TvxPropAccess::applyFont(form, family, Vexil::charSetValue(charSet));
+    }
+}
+
+void TvxCustomLang::ChangeLanguage()
+{
+    QObject *owner = m_owner;
+    TvxComponentList components(owner);
+    if (auto *form = qobject_cast<QWidget *>(owner))
+        applyFormTexts(form);
+
+    auto wanted = [this](std::initializer_list<int> types) {
+        if (m_lastAssigned == -1)
+            return true;
+        for (int t : types) {
+            if (t == m_lastAssigned)
+                return true;
+        }
+        return false;
+    };
+    if (wanted({stCaptions}))
+        applyCategory(stCaptions, components);
+    if (wanted({stHints}))
+        applyCategory(stHints, components);
+    if (wanted({stDisplayLabels}))
+        applyCategory(stDisplayLabels, components);
+    if (wanted({stFonts, stCharSets}))
+        applyCategory(stFonts, components);
+    if (wanted({stMultiLines}))
+        applyCategory(stMultiLines, components);
+    if (wanted({stOtherStrings}))
+        applyCategory(stOtherStrings, components);
+    if (wanted({stLocales}) && m_changeLocales)
+        applyCategory(stLocales, components);
+    if (wanted({stCollections}))
+        applyCollections(components);
+
+    if (OnChangeLanguage)
+        OnChangeLanguage(this);
+    Q_EMIT languageChanged();
+}
+
+void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &components)
+{
+    TvxStringList *list = table(type);
+    if (type != stLocales)
+        delOldNames(list, type, components);
+    const bool ownerIsForm = qobject_cast<QWidget *>(m_owner) != nullptr;
+    int first = 0;
+    if (ownerIsForm && (type == stCaptions || type == stHints || type == stFonts))
+        first = 1;
+
+    TvxLocaleSettings *locale = TvxLocaleSettings::instance();
+    for (int i = first; i < list->count(); ++i) {
+        const QString &line = list->at(i);
+        const int d = line.indexOf(m_langDelim);
+        const QString key = d >= 0 ? line.left(d) : line;
+        if (type == stLocales) {
+            if (i >= TvxLocaleSettings::ItemCount)
+                break;
+            const QString text = textForApply(list, i);
+            if (!text.isEmpty())
+                locale->setValue(TvxLocaleSettings::Item(i), text);
+            continue;
+        }
+        const QString name = componentOfKey(key, type);
+        if (isDoNotTranslate(name))
+            continue;
+        const QString text = textForApply(list, i);
+        QObject *object = components.findOrOwner(name);
+        if (!object)
+            continue;
+        switch (type) {
+        case stFonts: {
+            const QString charSet = GetStringValue(CharSets(), name, m_activeLanguage);
+            TvxPropAccess::applyFont(object, text, Vexil::charSetValue(charSet));
+            break;
+        }
+        case stMultiLines:
+            if (!text.isEmpty())
+                TvxPropAccess::writeLines(object, propertyOfKey(key), TvxStringList::fromCommaText(text));
+            break;
+        case stOtherStrings:
+            if (!text.isEmpty())
+                TvxPropAccess::writeString(object, propertyOfKey(key), text);
+            break;
+        default: {
+            const QString property = hookedProperty(type, object);
+            if (!text.isEmpty() && !property.isEmpty())
+                TvxPropAccess::writeString(object, property, text);
+            break;
+        }
+        }
+    }
+}
+
+void TvxCustomLang::applyCollections(const TvxComponentList &components)
+{
+    TvxStringList *list = Collections();
+    delOldNames(list, stCollections, components);
+    for (int i = 0; i < list->count(); ++i) {
+        const QString &line = list->at(i);
+        const int d = line.indexOf(m_langDelim);
+        const CollectionKey k = parseCollectionKey(d >= 0 ? line.left(d) : line);
+        if (isDoNotTranslate(k.component))
+            continue;
+        const QString text = textForApply(list, i);
+        QObject *object = components.find(k.component);
+        if (!object || !k.indexOk || text.isEmpty())
+            continue;
+        TvxPropAccess::writeItem(object, k.collection, k.index, k.item, text);
+    }
+}
+
+// --- discovery -------------------------------------------------------------
+
+void TvxCustomLang::BuildList()
+{
+    if (isLoading() || !m_owner)
+        return;
+    TvxComponentList components(m_owner);
+    if (auto *form = qobject_cast<QWidget *>(m_owner.data()))
+        buildFormLines(form);
+
+    for (TStringsType type : {stCaptions, stHints, stDisplayLabels, stFonts, stMultiLines}) {
+        delOldNames(table(type), type, components);
+        scanCategory(type, components);
+    }
+    delOldNames(OtherStrings(), stOtherStrings, components);
+    scanOtherStrings(components);
+    delOldNames(Collections(), stCollections, components);
+    scanCollections(components);
+    checkRmdProps(components);
+    m_stale.reset();
+}
+
+void TvxCustomLang::buildFormLines(QWidget *form)
+{
+    const QString key = QString::fromLatin1(form->metaObject()->className());
+    auto place = [&](TvxStringList *list, const QString &value) {
+        const QString line = newLine(key, value);
+        if (list->isEmpty())
+            list->append(line);
+        else if (!list->at(0).startsWith(key + m_langDelim))
+            list->insert(0, line);
+    };
+    place(Captions(), form->windowTitle());
+    place(Hints(), form->toolTip());
+    place(Fonts(), form->font().family());
+    place(CharSets(), Vexil::charSetName(TvxPropAccess::readCharSet(form)));
+}
+
+void TvxCustomLang::updateOrAddLine(TvxStringList *list, TStringsType type, const QString &key, const QString &value)
+{
+    const int existing = findExactLine(list, key);
+    if (existing >= 0) {
+        if (!m_designing)
+            return;
+        // Values typed into the designer's property editor go into the
+        // active language, unless that language has no text yet.
+        const QString stored = ExtractWord(m_activeLanguage + 1, list->at(existing), m_langDelim);
+        if (stored != value && !(stored.isEmpty() && m_activeLanguage != 1))
+            ReplaceStringValue(list, key, value, m_activeLanguage);
+        return;
+    }
+    if (m_stale) {
+        StaleLines::Category &stale = m_stale->categories[type];
+        if (!stale.lines.isEmpty()) {
+            if (stale.indexedLanguage != m_activeLanguage) {
+                stale.byText.clear();
+                TvxStringList lines;
+                lines.setLines(stale.lines);
+                for (int i = 0; i < stale.lines.size(); ++i)
+                    stale.byText[GetTextFromByIndex(&lines, i, true)].append(i);
+                stale.indexedLanguage = m_activeLanguage;
+            }
+            QList<int> &candidates = stale.byText[value];
+            while (!candidates.isEmpty()) {
+                const int i = candidates.takeFirst();
+                if (stale.claimed.at(i))
+                    continue;
+                stale.claimed[i] = true;
+                const QString &old = stale.lines.at(i);
+                const int d = old.indexOf(m_langDelim);
+                list->append(key + old.mid(d));
+                if (type == stFonts) {
+                    const QString oldName = d >= 0 ? old.left(d) : old;
+                    const QString charSet = m_stale->charSets.take(oldName);
+                    if (!charSet.isEmpty() && findExactLine(CharSets(), key) < 0)
+                        CharSets()->append(key + charSet.mid(charSet.indexOf(m_langDelim)));
+                }
+                return;
+            }
+        }
+    }
+    list->append(newLine(key, value));
+}
+
+void TvxCustomLang::scanCategory(TStringsType type, const TvxComponentList &components)
+{
+    TvxStringList *list = table(type);
+    for (QObject *object : components.components()) {
+        if (qobject_cast<TvxCustomLang *>(object))
+            continue;
+        const QString name = object->objectName();
+        if (isDoNotTranslate(name))
+            continue;
+        switch (type) {
+        case stFonts: {
+            if (!TvxPropAccess::hasFont(object))
+                break;
+            updateOrAddLine(list, stFonts, name, TvxPropAccess::readFont(object).family());
+            updateOrAddLine(CharSets(), stCharSets, name,
+                            Vexil::charSetName(TvxPropAccess::readCharSet(object)));
+            break;
+        }
+        case stMultiLines: {
+            if (isFormStorage(object))
+                break;
+            for (const TvxPropInfo &info : TvxPropInfoList(object, TvxPropInfo::StringList).items()) {
+                const QString value = TvxStringList::toCommaText(TvxPropAccess::readLines(object, info.name));
+                updateOrAddLine(list, stMultiLines, name + QLatin1Char('.') + info.name, value);
+            }
+            break;
+        }
+        default: {
+            const QString property = hookedProperty(type, object);
+            if (property.isEmpty())
+                break;
+            if (type == stCaptions && isMenuSeparator(object))
+                break;
+            const QString value = TvxPropAccess::readString(object, property);
+            if (type == stCaptions && value == QLatin1String("-") && qobject_cast<QAction *>(object))
+                break;
+            updateOrAddLine(list, type, name, value);
+            break;
+        }
+        }
+    }
+}
+
+void TvxCustomLang::scanOtherStrings(const TvxComponentList &components)
+{
+    TvxStringList *list = OtherStrings();
+    auto scan = [&](QObject *object, const QString &name) {
+        for (const TvxPropInfo &info : TvxPropInfoList::otherStringProperties(object)) {
+            updateOrAddLine(list, stOtherStrings, name + QLatin1Char('.') + info.name,
+                            TvxPropAccess::readString(object, info.name));
+        }
+    };
+    scan(m_owner, components.ownerClassName());
+    for (QObject *object : components.components()) {
+        if (qobject_cast<TvxCustomLang *>(object) || isDoNotTranslate(object->objectName()))
+            continue;
+        scan(object, object->objectName());
+    }
+}
+
+void TvxCustomLang::scanCollections(const TvxComponentList &components)
+{
+    TvxStringList *list = Collections();
+    for (QObject *object : components.components()) {
+        if (qobject_cast<TvxCustomLang *>(object) || isDoNotTranslate(object->objectName()))
+            continue;
+        for (const TvxPropInfo &info : TvxPropInfoList(object, TvxPropInfo::Collection).items()) {
+            const int n = TvxPropAccess::collectionCount(object, info.name);
+            const QStringList itemProps = TvxPropAccess::collectionItemProperties(info.name);
+            for (int i = 0; i < n; ++i) {
+                for (const QString &itemProp : itemProps) {
+                    const QString key = QStringLiteral("%1.%2[%3].%4").arg(object->objectName(), info.name).arg(i).arg(itemProp);
+                    updateOrAddLine(list, stCollections, key, TvxPropAccess::readItem(object, info.name, i, itemProp));
+                }
+            }
+        }
+    }
+}
+
+void TvxCustomLang::DelOldNames(TvxStringList *list, TStringsType type)
+{
+    TvxComponentList components(m_owner);
+    delOldNames(list, type, components);
+}
+
+void TvxCustomLang::delOldNames(TvxStringList *list, TStringsType type, const TvxComponentList &components)
+{
+    if (!list || type == stDlgsCaptions || type == stStrings || type == stLocales)
+        return;
+    QStringList kept;
+    kept.reserve(list->count());
+    QStringList removedFonts;
+    bool changed = false;
+    for (const QString &line : list->lines()) {
+        const int d = line.indexOf(m_langDelim);
+        const QString key = d >= 0 ? line.left(d) : line;
+        const QString name = componentOfKey(key, type);
+        bool keep = components.knows(name);
+        if (keep && type == stCollections) {
+            // A line whose collection or item is gone would name nothing.
+            const CollectionKey k = parseCollectionKey(key);
+            QObject *object = components.find(k.component);
+            if (object) {
+                const TvxPropInfo *info = TvxPropInfoList::findProperty(object, k.collection);
+                keep = info && info->kind == TvxPropInfo::Collection && k.indexOk && k.index >= 0
+                    && k.index < TvxPropAccess::collectionCount(object, k.collection);
+                if (!keep) {
+                    changed = true;
+                    continue; // removed, not stale: the component is still there
+                }
+            }
+        }
+        if (keep) {
+            kept << line;
+            continue;
+        }
+        changed = true;
+        if (!m_stale)
+            m_stale = std::make_unique<StaleLines>();
+        StaleLines::Category &stale = m_stale->categories[type];
+        stale.lines << line;
+        stale.claimed << false;
+        stale.indexedLanguage = -1;
+        if (type == stFonts)
+            removedFonts << name;
+    }
+    if (!changed)
+        return;
+    list->setLines(kept);
+    if (!removedFonts.isEmpty()) {
+        // A vanished component's character set goes with its font.
+        QStringList charSets;
+        for (const QString &line : CharSets()->lines()) {
+            const int d = line.indexOf(m_langDelim);
+            const QString name = d >= 0 ? line.left(d) : line;
+            if (removedFonts.contains(name))
+                m_stale->charSets.insert(name, line);
+            else
+                charSets << line;
+        }
+        CharSets()->setLines(charSets);
+    }
+}
+
+void TvxCustomLang::CheckRmdProps()
+{
+    TvxComponentList components(m_owner);
+    checkRmdProps(components);
+}
+
+void TvxCustomLang::checkRmdProps(const TvxComponentList &components)
+{
+    const QString ownerName = m_owner ? m_owner->objectName() : QString();
+    for (TStringsType type : {stCaptions, stHints, stDisplayLabels, stFonts, stCharSets, stMultiLines,
+                              stOtherStrings, stCollections}) {
+        TvxStringList *list = table(type);
+        QStringList kept;
+        kept.reserve(list->count());
+        for (const QString &line : list->lines()) {
+            const int d = line.indexOf(m_langDelim);
+            const QString key = d >= 0 ? line.left(d) : line;
+            const QString name = componentOfKey(key, type);
+            QObject *object = (!ownerName.isEmpty() && name == ownerName) ? m_owner.data()
+                                                                           : components.findOrOwner(name);
+            bool exists = false;
+            if (object) {
+                switch (type) {
+                case stCaptions:
+                case stHints:
+                case stDisplayLabels:
+                    exists = !hookedProperty(type, object).isEmpty();
+                    break;
+                case stFonts:
+                case stCharSets:
+                    exists = TvxPropAccess::hasFont(object);
+                    break;
+                case stCollections: {
+                    const TvxPropInfo *info = TvxPropInfoList::findProperty(object, parseCollectionKey(key).collection);
+                    exists = info && info->kind == TvxPropInfo::Collection;
+                    break;
+                }
+                default: {
+                    const TvxPropInfo *info = TvxPropInfoList::findProperty(object, propertyOfKey(key));
+                    exists = info != nullptr;
+                    break;
+                }
+                }
+            }
+            if (exists)
+                kept << line;
+        }
+        if (kept.size() != list->count())
+            list->setLines(kept);
+    }
+}

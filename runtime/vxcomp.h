@@ -1,0 +1,309 @@
+#pragma once
+
+#include "vexil_export.h"
+#include "vxdispatcher.h"
+#include "vxstringlist.h"
+#include "vxtypes.h"
+
+#include <QtCore/QPointer>
+#include <QtWidgets/QWidget>
+
+#include <functional>
+#include <memory>
+
+class TvxComponentList;
+class TvxLoadWatcher;
+
+/// The translation component: one text per language for every translatable
+/// property of the components of its owner (a form, or any QObject), plus
+/// dialog texts, locale settings and the application's own strings.
+///
+/// A switch of language (SetActLang(), or Language set by name) brings the
+/// tables in step with the form (BuildList()) and writes the active
+/// language's texts into the components (ChangeLanguage()).
+///
+/// Every table line is: key, then per language the delimiter and that
+/// language's text, then a closing delimiter.
+///
+/// It is a widget only so that Qt Designer can place it; it never shows
+/// itself outside the designer.
+class VEXIL_EXPORT TvxCustomLang : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(QString Version READ Version WRITE SetVersion)
+public:
+    enum TTranslateType { ttNoChange, ttGetDefault };
+    Q_ENUM(TTranslateType)
+
+    enum TVexilOption {
+        loUseExtUDStrings = 0x1,     ///< application strings from the dispatcher's first component
+        loUseExtCommonStrings = 0x2, ///< dialog texts and locales from the dispatcher's first component
+    };
+    Q_DECLARE_FLAGS(TVexilOptions, TVexilOption)
+    Q_FLAG(TVexilOptions)
+
+    /// Creates the component for @p owner's window (or for @p owner itself
+    /// when it is not a widget). Throws EVexilError when that owner already
+    /// has a translation component.
+    explicit TvxCustomLang(QObject *owner = nullptr);
+    explicit TvxCustomLang(QWidget *parent) : TvxCustomLang(static_cast<QObject *>(parent)) {}
+    ~TvxCustomLang() override;
+
+    /// The translation component of @p owner, or nullptr.
+    static TvxCustomLang *componentOf(const QObject *owner);
+
+    /// The form or object whose components this component translates.
+    QObject *owner() const { return m_owner; }
+
+    // --- tables -------------------------------------------------------
+    TvxStringList *Captions() const { return table(stCaptions); }
+    TvxStringList *Hints() const { return table(stHints); }
+    TvxStringList *DisplayLabels() const { return table(stDisplayLabels); }
+    TvxStringList *Fonts() const { return table(stFonts); }
+    TvxStringList *MultiLines() const { return table(stMultiLines); }
+    TvxStringList *DlgsCaptions() const { return table(stDlgsCaptions); }
+    TvxStringList *Strings() const { return table(stStrings); }
+    TvxStringList *OtherStrings() const { return table(stOtherStrings); }
+    TvxStringList *Locales() const { return table(stLocales); }
+    TvxStringList *Collections() const { return table(stCollections); }
+    TvxStringList *CharSets() const { return table(stCharSets); }
+    TvxStringList *DoNotTranslate() const { return m_doNotTranslate; }
+    TvxStringList *LangNames() const { return m_langNames; }
+
+    /// The table of @p type this class publishes, or nullptr.
+    virtual TvxStringList *GetPropListByType(TStringsType type) const;
+
+    /// Copies @p lines into the table of @p type and applies that table
+    /// (the dialog table is only copied). Nothing happens for the table itself.
+    void SetTable(TStringsType type, const TvxStringList *lines);
+    void SetTable(TStringsType type, const QStringList &lines);
+
+    void SetCaptions(const TvxStringList *l) { SetTable(stCaptions, l); }
+    void SetHints(const TvxStringList *l) { SetTable(stHints, l); }
+    void SetLabels(const TvxStringList *l) { SetTable(stDisplayLabels, l); }
+    void SetStrings(const TvxStringList *l) { SetTable(stStrings, l); }
+    void SetFonts(const TvxStringList *l) { SetTable(stFonts, l); }
+    void SetMultiLines(const TvxStringList *l) { SetTable(stMultiLines, l); }
+    void SetDlgsCaptions(const TvxStringList *l) { SetTable(stDlgsCaptions, l); }
+    void SetOthers(const TvxStringList *l) { SetTable(stOtherStrings, l); }
+    void SetSystem(const TvxStringList *l) { SetTable(stLocales, l); }
+    void SetCharSets(const TvxStringList *l) { SetTable(stCharSets, l); }
+    void SetCollections(const TvxStringList *l) { SetTable(stCollections, l); }
+
+    // --- languages ----------------------------------------------------
+    int ActiveLanguage() const { return m_activeLanguage; }
+    /// Switches to language @p value (1 to NumOfLanguages()).
+    /// Throws ELanguageError for a number out of range outside loading.
+    void SetActLang(int value);
+    int NumOfLanguages() const { return m_numLanguages; }
+    /// Throws ELanguageError for a value below 1.
+    void SetNumLang(int value);
+    QString Language() const { return m_language; }
+    /// Switches to the language named @p name (any letter case).
+    /// Throws ELanguageError when LangNames() lacks it.
+    void SetLanguage(const QString &name);
+    void SetLangNames(const TvxStringList *names);
+    void SetLangNames(const QStringList &names);
+
+    QChar LangDelim() const { return m_langDelim; }
+    /// Changes the delimiter, rewriting every table (not while loading).
+    void SetLangDelim(QChar delim);
+    /// Replaces every @p oldDelim by @p newDelim in every line of every table.
+    void ChangeLangDelim(QChar oldDelim, QChar newDelim);
+
+    bool ChangeLocales() const { return m_changeLocales; }
+    void SetChangeLocales(bool on) { m_changeLocales = on; }
+    TTranslateType TranslateType() const { return m_translateType; }
+    void SetTranslateType(TTranslateType type) { m_translateType = type; }
+    TVexilOptions Options() const { return m_options; }
+    void SetOptions(TVexilOptions options);
+    void SetDoNotList(const TvxStringList *list);
+    void SetDoNotList(const QStringList &list);
+
+    TVexilDispatcher *LangDispatcher() const { return m_dispatcher; }
+    /// Registers with @p dispatcher (a previous dispatcher is not told).
+    void SetLangDispatcher(TVexilDispatcher *dispatcher);
+
+    QString Version() const { return m_version; }
+    /// Ignores @p value: the version is fixed.
+    void SetVersion(const QString &value);
+
+    // --- look-ups -----------------------------------------------------
+    /// The active language's text of the line keyed @p id in @p list; with
+    /// @p useDefault an empty text falls back to language 1.
+    QString GetTextFrom(const TvxStringList *list, const QString &id, bool useDefault) const;
+    /// GetTextFrom() on Strings() without default.
+    QString GetText(const QString &id) const { return GetTextFrom(Strings(), id, false); }
+    /// GetTextFrom() on Strings() with default.
+    QString GetTextOrDefault(const QString &id) const { return GetTextFrom(Strings(), id, true); }
+    QString GetTextbyInt(int id) const { return GetText(QString::number(id)); }
+    /// The active language's text of line @p index (from 0) of @p list.
+    QString GetTextFromByIndex(const TvxStringList *list, int index, bool useDefault) const;
+    /// Language @p lang's text of the line keyed @p key, without fallback.
+    QString GetStringValue(const TvxStringList *list, const QString &key, int lang) const;
+    /// Rewrites language @p lang's text of the line keyed @p key in place.
+    virtual void ReplaceStringValue(TvxStringList *list, const QString &key, const QString &newText, int lang);
+
+    // --- maintenance --------------------------------------------------
+    /// Adds (or moves to the end, replacing) the Strings() line of @p id.
+    bool AddString(const QString &id, const QStringList &texts);
+    /// Deletes the Strings() line of @p id (exact letter case).
+    bool DeleteString(const QString &id);
+
+    // --- discovery and switching --------------------------------------
+    /// Brings the tables in step with the owner's components.
+    virtual void BuildList();
+    /// Writes the active language's texts into the components.
+    virtual void ChangeLanguage();
+    /// Moves the lines of vanished components of @p list (category @p type)
+    /// to the stale lines a renamed component can take its texts back from.
+    void DelOldNames(TvxStringList *list, TStringsType type);
+    /// Deletes lines whose property no longer exists.
+    void CheckRmdProps();
+
+    /// Ends loading: completes the dialog texts and empties the tables the
+    /// dispatcher serves. Runs once; called by itself just before the owner
+    /// is first shown or when the event loop first runs.
+    virtual void Loaded();
+    bool isLoading() const;
+
+    /// Set by the Designer plugin on components it creates.
+    bool isDesigning() const { return m_designing; }
+    void setDesigning(bool on) { m_designing = on; }
+
+    /// Called with the component at the end of every ChangeLanguage().
+    std::function<void(TvxCustomLang *sender)> OnChangeLanguage;
+
+    /// The locale settings saved at construction, in locale-line order.
+    QStringList savedLocale() const { return m_savedLocale; }
+
+Q_SIGNALS:
+    /// Emitted at the end of every ChangeLanguage(), after OnChangeLanguage.
+    void languageChanged();
+
+protected:
+    TvxStringList *table(TStringsType type) const
+    {
+        return type < stListView_TreeView_Items ? m_tables[type] : nullptr;
+    }
+    /// The line of @p list whose key is exactly @p key followed by the delimiter.
+    int findExactLine(const TvxStringList *list, const QString &key) const;
+    /// The line of @p list whose text before the first delimiter equals @p key ignoring case.
+    int findKeyLine(const TvxStringList *list, const QString &key) const;
+    /// A new line: key, the value as language 1, and empty further languages.
+    QString newLine(const QString &key, const QString &value) const;
+
+private:
+    friend class TVexilDispatcher; // sets the language name without a switch
+    struct StaleLines;
+    void applyCategory(TStringsType type, const TvxComponentList &components);
+    void applyCollections(const TvxComponentList &components);
+    void applyFormTexts(QWidget *form);
+    QString textForApply(const TvxStringList *list, int index) const;
+    void buildFormLines(QWidget *form);
+    void scanCategory(TStringsType type, const TvxComponentList &components);
+    void scanOtherStrings(const TvxComponentList &components);
+    void scanCollections(const TvxComponentList &components);
+    void updateOrAddLine(TvxStringList *list, TStringsType type, const QString &key, const QString &value);
+    void delOldNames(TvxStringList *list, TStringsType type, const TvxComponentList &components);
+    void checkRmdProps(const TvxComponentList &components);
+    bool isDoNotTranslate(const QString &componentName) const;
+    const TvxCustomLang *externalSource(TStringsType type) const;
+    void completeDialogTexts();
+
+    QPointer<QObject> m_owner;
+    int m_lastAssigned = -1;
+    TvxStringList *m_tables[stListView_TreeView_Items] = {};
+    int m_activeLanguage = 1;
+    int m_numLanguages = 1;
+    bool m_changeLocales = false;
+    bool m_designing = false;
+    QStringList m_savedLocale;
+    QPointer<TVexilDispatcher> m_dispatcher;
+    QChar m_langDelim = QLatin1Char('\t');
+    TvxStringList *m_doNotTranslate;
+    QString m_version;
+    QString m_language;
+    TvxStringList *m_langNames;
+    TTranslateType m_translateType = ttNoChange;
+    TVexilOptions m_options;
+    TvxLoadWatcher *m_loadWatcher = nullptr;
+    std::unique_ptr<StaleLines> m_stale;
+    bool m_inExternalLookup = false;
+};
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(TvxCustomLang::TVexilOptions)
+
+using TTranslateType = TvxCustomLang::TTranslateType;
+using TVexilOption = TvxCustomLang::TVexilOption;
+using TVexilOptions = TvxCustomLang::TVexilOptions;
+constexpr TTranslateType ttNoChange = TvxCustomLang::ttNoChange;
+constexpr TTranslateType ttGetDefault = TvxCustomLang::ttGetDefault;
+constexpr TVexilOption loUseExtUDStrings = TvxCustomLang::loUseExtUDStrings;
+constexpr TVexilOption loUseExtCommonStrings = TvxCustomLang::loUseExtCommonStrings;
+
+/// The translation component as placed on forms: it publishes the tables
+/// and settings so that forms and Qt Designer can store them.
+class VEXIL_EXPORT TVexil : public TvxCustomLang
+{
+    Q_OBJECT
+    Q_PROPERTY(QStringList Captions READ captionLines WRITE setCaptions)
+    Q_PROPERTY(QStringList Hints READ hintLines WRITE setHints)
+    Q_PROPERTY(QStringList DisplayLabels READ displayLabelLines WRITE setDisplayLabels)
+    Q_PROPERTY(QStringList Strings READ stringLines WRITE setStrings)
+    Q_PROPERTY(QStringList Fonts READ fontLines WRITE setFonts)
+    Q_PROPERTY(QStringList MultiLines READ multiLineLines WRITE setMultiLines)
+    Q_PROPERTY(QStringList DlgsCaptions READ dlgsCaptionLines WRITE setDlgsCaptions)
+    Q_PROPERTY(QStringList OtherStrings READ otherStringLines WRITE setOtherStrings)
+    Q_PROPERTY(QStringList Locales READ localeLines WRITE setLocales)
+    Q_PROPERTY(QStringList CharSets READ charSetLines WRITE setCharSets)
+    Q_PROPERTY(QStringList Collections READ collectionLines WRITE setCollections)
+    Q_PROPERTY(int NumOfLanguages READ NumOfLanguages WRITE SetNumLang)
+    Q_PROPERTY(int ActiveLanguage READ ActiveLanguage WRITE SetActLang)
+    Q_PROPERTY(bool ChangeLocales READ ChangeLocales WRITE SetChangeLocales)
+    Q_PROPERTY(QChar LangDelim READ LangDelim WRITE SetLangDelim)
+    Q_PROPERTY(QStringList DoNotTranslate READ doNotTranslateLines WRITE SetDoNotList)
+    Q_PROPERTY(QStringList LangNames READ langNameLines WRITE SetLangNames)
+    Q_PROPERTY(QString Language READ Language WRITE SetLanguage)
+    Q_PROPERTY(TvxCustomLang::TTranslateType TranslateType READ TranslateType WRITE SetTranslateType)
+    Q_PROPERTY(TvxCustomLang::TVexilOptions Options READ Options WRITE SetOptions)
+public:
+    explicit TVexil(QObject *owner = nullptr) : TvxCustomLang(owner) {}
+    explicit TVexil(QWidget *parent) : TvxCustomLang(parent) {}
+
+    QStringList captionLines() const { return Captions()->lines(); }
+    QStringList hintLines() const { return Hints()->lines(); }
+    QStringList displayLabelLines() const { return DisplayLabels()->lines(); }
+    QStringList stringLines() const { return Strings()->lines(); }
+    QStringList fontLines() const { return Fonts()->lines(); }
+    QStringList multiLineLines() const { return MultiLines()->lines(); }
+    QStringList dlgsCaptionLines() const { return DlgsCaptions()->lines(); }
+    QStringList otherStringLines() const { return OtherStrings()->lines(); }
+    QStringList localeLines() const { return Locales()->lines(); }
+    QStringList charSetLines() const { return CharSets()->lines(); }
+    QStringList collectionLines() const { return Collections()->lines(); }
+    QStringList doNotTranslateLines() const { return DoNotTranslate()->lines(); }
+    QStringList langNameLines() const { return LangNames()->lines(); }
+
+    // Setters under the names form code generated from .ui files calls.
+    void setCaptions(const QStringList &l) { SetTable(stCaptions, l); }
+    void setHints(const QStringList &l) { SetTable(stHints, l); }
+    void setDisplayLabels(const QStringList &l) { SetTable(stDisplayLabels, l); }
+    void setStrings(const QStringList &l) { SetTable(stStrings, l); }
+    void setFonts(const QStringList &l) { SetTable(stFonts, l); }
+    void setMultiLines(const QStringList &l) { SetTable(stMultiLines, l); }
+    void setDlgsCaptions(const QStringList &l) { SetTable(stDlgsCaptions, l); }
+    void setOtherStrings(const QStringList &l) { SetTable(stOtherStrings, l); }
+    void setLocales(const QStringList &l) { SetTable(stLocales, l); }
+    void setCharSets(const QStringList &l) { SetTable(stCharSets, l); }
+    void setCollections(const QStringList &l) { SetTable(stCollections, l); }
+    void setNumOfLanguages(int value) { SetNumLang(value); }
+    void setActiveLanguage(int value) { SetActLang(value); }
+    void setChangeLocales(bool on) { SetChangeLocales(on); }
+    void setLangDelim(QChar delim) { SetLangDelim(delim); }
+    void setDoNotTranslate(const QStringList &l) { SetDoNotList(l); }
+    void setLangNames(const QStringList &l) { SetLangNames(l); }
+    void setLanguage(const QString &name) { SetLanguage(name); }
+    void setTranslateType(TTranslateType type) { SetTranslateType(type); }
+    void setOptions(TVexilOptions options) { SetOptions(options); }
+};

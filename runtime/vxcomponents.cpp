@@ -1,0 +1,60 @@
+#include "vxcomponents.h"
+
+#include "vxcomp.h"
+
+#include <QtWidgets/QWidget>
+
+namespace {
+
+bool hasOwnTranslationComponent(QObject *object)
+{
+    return TvxCustomLang::componentOf(object) != nullptr;
+}
+
+bool isSeparateWindow(QObject *object)
+{
+    if (!object->isWidgetType())
+        return false;
+    auto *widget = static_cast<QWidget *>(object);
+    return widget->isWindow() && widget->windowType() != Qt::Popup;
+}
+
+} // namespace
+
+TvxComponentList::TvxComponentList(QObject *owner)
+    : m_owner(owner)
+{
+    if (!owner)
+        return;
+    m_ownerClass = QString::fromLatin1(owner->metaObject()->className());
+    collect(owner);
+}
+
+void TvxComponentList::collect(QObject *parent)
+{
+    for (QObject *child : parent->children()) {
+        const QString name = child->objectName();
+        if (name.startsWith(QLatin1String("qt_")))
+            continue;
+        if (!name.isEmpty()) {
+            m_components.append(child);
+            if (!m_byName.contains(name))
+                m_byName.insert(name, child);
+        }
+        if (isSeparateWindow(child) || hasOwnTranslationComponent(child))
+            continue;
+        collect(child);
+    }
+}
+
+QObject *TvxComponentList::findOrOwner(const QString &name) const
+{
+    if (QObject *component = find(name))
+        return component;
+    return name == m_ownerClass ? m_owner : nullptr;
+}
+
+bool TvxComponentList::knows(const QString &name) const
+{
+    return m_byName.contains(name) || name == m_ownerClass;
+}

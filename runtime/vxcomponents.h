@@ -1,0 +1,44 @@
+#pragma once
+
+#include "vexil_export.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+
+/// The components of an owner (a form or any other QObject), as the
+/// translation engine sees them: the owner's descendants that have an
+/// object name, depth first in child order. It does not descend into a
+/// descendant window (pop-up menus excepted) nor into a widget that holds
+/// a translation component of its own, and it leaves out Qt's internal
+/// children (names starting with "qt_").
+///
+/// Names are indexed, so find() costs the same for any form size.
+class VEXIL_EXPORT TvxComponentList
+{
+public:
+    explicit TvxComponentList(QObject *owner);
+
+    QObject *owner() const { return m_owner; }
+    int count() const { return m_components.size(); }
+    QObject *at(int i) const { return m_components.at(i); }
+    const QList<QObject *> &components() const { return m_components; }
+
+    /// The first component named @p name, or nullptr.
+    QObject *find(const QString &name) const { return m_byName.value(name); }
+    /// find(), falling back to the owner when @p name is the owner's class name.
+    QObject *findOrOwner(const QString &name) const;
+    /// Whether @p name names a component or the owner's class.
+    bool knows(const QString &name) const;
+
+    QString ownerClassName() const { return m_ownerClass; }
+
+private:
+    void collect(QObject *parent);
+
+    QObject *m_owner;
+    QString m_ownerClass;
+    QList<QObject *> m_components;
+    QHash<QString, QObject *> m_byName;
+};

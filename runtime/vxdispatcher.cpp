@@ -1,0 +1,121 @@
+#include "vxdispatcher.h"
+
+#include "vxcomp.h"
+#include "vxerrors.h"
+#include "vxloadwatcher.h"
+
+TVexilDispatcher::TVexilDispatcher(QWidget *parent)
+    : QWidget(parent)
+    , m_langNames(new TvxStringList(this))
+{
+    hide();
+    setAttribute(Qt::WA_DontShowOnScreen);
+    m_langNames->append(QStringLiteral("LANGUAGE N1"));
+    m_loadWatcher = new TvxLoadWatcher(parent ? parent->window() : nullptr, [] {}, this);
+}
+
+TVexilDispatcher::~TVexilDispatcher()
+{
+    const QList<TvxCustomLang *> references = m_references;
+    m_references.clear();
+    for (TvxCustomLang *lang : references) {
+        if (lang->LangDispatcher() == this)
+            lang->SetLangDispatcher(nullptr);
+    }
+}
+
+bool TVexilDispatcher::isLoading() const
+{
+    return m_loadWatcher->isLoading();
+}
+
+void TVexilDispatcher::Loaded()
+{
+    m_loadWatcher->finish();
+    SetLangNames(m_langNames); // its own list: nothing happens, as intended
+}
+
+void TVexilDispatcher::SetActiveLanguage(int value)
+{
+    m_activeLanguage = value;
+    const QList<TvxCustomLang *> references = m_references;
+    for (TvxCustomLang *lang : references)
+        lang->SetActLang(value);
+    if (!isLoading() && value >= 1 && m_langNames->count() >= value)
+        m_language = m_langNames->at(value - 1);
+}
+
+void TVexilDispatcher::SetNumOfLanguages(int value)
+{
+    m_numLanguages = value;
+    m_langNames->beginUpdate();
+    while (m_langNames->count() < value)
+        m_langNames->append(QStringLiteral("LANGUAGE N") + QString::number(m_langNames->count() + 1));
+    while (m_langNames->count() > qMax(value, 0))
+        m_langNames->removeAt(m_langNames->count() - 1);
+    m_langNames->endUpdate();
+    const QList<TvxCustomLang *> references = m_references;
+    for (TvxCustomLang *lang : references)
+        lang->SetNumLang(value);
+}
+
+void TVexilDispatcher::SetLangNames(const TvxStringList *names)
+{
+    if (!names || names == m_langNames)
+        return;
+    SetLangNames(names->lines());
+}
+
+void TVexilDispatcher::SetLangNames(const QStringList &names)
+{
+    QStringList upper;
+    for (const QString &name : names)
+        upper << name.toUpper();
+    m_langNames->setLines(upper);
+    if (!upper.isEmpty() && m_activeLanguage >= 1 && m_activeLanguage <= upper.size())
+        m_language = upper.at(m_activeLanguage - 1);
+    const QList<TvxCustomLang *> references = m_references;
+    for (TvxCustomLang *lang : references) {
+        lang->SetLangNames(m_langNames);
+        lang->SetLanguage(m_language);
+    }
+    SetNumOfLanguages(upper.isEmpty() ? 1 : upper.size());
+}
+
+void TVexilDispatcher::SetLanguage(const QString &name)
+{
+    if (name == m_language)
+        return;
+    const int pos = m_langNames->lines().indexOf(name.toUpper());
+    if (!m_langNames->isEmpty() && pos < 0)
+        throw ELanguageError(QStringLiteral("Language name shall be included in LangNames property!"));
+    m_language = name;
+    if (!isLoading() && !m_langNames->isEmpty())
+        SetActiveLanguage(pos + 1);
+}
+
+void TVexilDispatcher::AddReference(TvxCustomLang *lang)
+{
+    if (!lang)
+        return;
+    m_references.removeOne(lang);
+    m_references.append(lang);
+    if (!m_watched.contains(lang)) {
+        // A component stays listed here even after it moved to another
+        // dispatcher, so follow its destruction rather than rely on it.
+        m_watched.append(lang);
+        connect(lang, &QObject::destroyed, this, [this, lang] {
+            m_references.removeAll(lang);
+            m_watched.removeAll(lang);
+        });
+    }
+    lang->SetNumLang(m_numLanguages);
+    lang->SetLangNames(m_langNames);
+    lang->SetActLang(m_activeLanguage);
+    lang->m_language = m_language;
+}
+
+void TVexilDispatcher::RemovePossibleReference(TvxCustomLang *lang)
+{
+    m_references.removeOne(lang);
+}

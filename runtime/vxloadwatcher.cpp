@@ -1,0 +1,37 @@
+#include "vxloadwatcher.h"
+
+#include <QtCore/QEvent>
+#include <QtCore/QTimer>
+#include <QtWidgets/QWidget>
+
+TvxLoadWatcher::TvxLoadWatcher(QObject *owner, std::function<void()> onLoaded, QObject *parent)
+    : QObject(parent)
+    , m_owner(owner)
+    , m_onLoaded(std::move(onLoaded))
+{
+    auto *window = qobject_cast<QWidget *>(owner);
+    if (window && window->isVisible())
+        return;
+    m_loading = true;
+    if (window)
+        window->installEventFilter(this);
+    QTimer::singleShot(0, this, &TvxLoadWatcher::finish);
+}
+
+void TvxLoadWatcher::finish()
+{
+    if (!m_loading)
+        return;
+    m_loading = false;
+    if (m_owner)
+        m_owner->removeEventFilter(this);
+    if (m_onLoaded)
+        m_onLoaded();
+}
+
+bool TvxLoadWatcher::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_owner && event->type() == QEvent::Show)
+        finish();
+    return QObject::eventFilter(watched, event);
+}

@@ -1,0 +1,286 @@
+#include "vxpropaccess.h"
+
+#include "vxpropinfolist.h"
+
+#include <QtCore/QMetaProperty>
+#include <QtGui/QFontDatabase>
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextDocument>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QTableWidget>
+#include <QtWidgets/QTextEdit>
+#include <QtWidgets/QToolBox>
+#include <QtWidgets/QTreeWidget>
+
+namespace {
+
+const char charSetProperty[] = "vxCharSet";
+constexpr int DefaultCharSet = 1;
+
+QMetaProperty metaProperty(const QObject *object, const QString &name)
+{
+    const TvxPropInfo *info = TvxPropInfoList::findProperty(object, name);
+    if (!info || info->metaIndex < 0)
+        return QMetaProperty();
+    return object->metaObject()->property(info->metaIndex);
+}
+
+QTextDocument *documentOf(const QObject *object)
+{
+    if (auto *plain = qobject_cast<const QPlainTextEdit *>(object))
+        return plain->document();
+    if (auto *rich = qobject_cast<const QTextEdit *>(object))
+        return rich->document();
+    return nullptr;
+}
+
+QStringList documentLines(const QTextDocument *doc)
+{
+    QStringList lines;
+    if (doc->isEmpty())
+        return lines;
+    for (QTextBlock b = doc->begin(); b.isValid(); b = b.next())
+        lines.append(b.text());
+    return lines;
+}
+
+QFontDatabase::WritingSystem writingSystemOf(int charSet)
+{
+    switch (charSet) {
+    case 2: return QFontDatabase::Symbol;
+    case 128: return QFontDatabase::Japanese;
+    case 129:
+    case 130: return QFontDatabase::Korean;
+    case 134: return QFontDatabase::SimplifiedChinese;
+    case 136: return QFontDatabase::TraditionalChinese;
+    case 161: return QFontDatabase::Greek;
+    case 162:
+    case 186:
+    case 238: return QFontDatabase::Latin;
+    case 163: return QFontDatabase::Vietnamese;
+    case 177: return QFontDatabase::Hebrew;
+    case 178: return QFontDatabase::Arabic;
+    case 204: return QFontDatabase::Cyrillic;
+    case 222: return QFontDatabase::Thai;
+    default: return QFontDatabase::Any; // ANSI, DEFAULT, MAC, OEM: Unicode needs nothing
+    }
+}
+
+// Gives @p font a fallback family covering @p charSet's writing system
+// when its own family does not.
+void coverCharSet(QFont &font, int charSet)
+{
+    const QFontDatabase::WritingSystem ws = writingSystemOf(charSet);
+    if (ws == QFontDatabase::Any)
+        return;
+    const QString family = font.family();
+    if (QFontDatabase::writingSystems(family).contains(ws))
+        return;
+    const QStringList candidates = QFontDatabase::families(ws);
+    if (!candidates.isEmpty())
+        font.setFamilies({family, candidates.first()});
+}
+
+} // namespace
+
+namespace TvxPropAccess {
+
+QString readString(const QObject *object, const QString &property)
+{
+    const QMetaProperty p = metaProperty(object, property);
+    return p.isValid() ? p.read(object).toString() : QString();
+}
+
+bool writeString(QObject *object, const QString &property, const QString &value)
+{
+    const QMetaProperty p = metaProperty(object, property);
+    if (!p.isValid() || p.read(object).toString() == value)
+        return false;
+    return p.write(object, value);
+}
+
+QStringList readLines(const QObject *object, const QString &property)
+{
+    if (property.compare(QLatin1String("Items"), Qt::CaseInsensitive) == 0) {
+        QStringList lines;
+        if (auto *combo = qobject_cast<const QComboBox *>(object)) {
+            for (int i = 0; i < combo->count(); ++i)
+                lines.append(combo->itemText(i));
+        } else if (auto *list = qobject_cast<const QListWidget *>(object)) {
+            for (int i = 0; i < list->count(); ++i)
+                lines.append(list->item(i)->text());
+        }
+        return lines;
+    }
+    if (property.compare(QLatin1String("Lines"), Qt::CaseInsensitive) == 0) {
+        if (const QTextDocument *doc = documentOf(object))
+            return documentLines(doc);
+        return {};
+    }
+    const QMetaProperty p = metaProperty(object, property);
+    return p.isValid() ? p.read(object).toStringList() : QStringList();
+}
+
+void writeLines(QObject *object, const QString &property, const QStringList &lines)
+{
+    if (property.compare(QLatin1String("Items"), Qt::CaseInsensitive) == 0) {
+        if (auto *combo = qobject_cast<QComboBox *>(object)) {
+            const int current = combo->currentIndex();
+            for (int j = 0; j < lines.size(); ++j) {
+                if (j < combo->count())
+                    combo->setItemText(j, lines.at(j));
+                else
+                    combo->addItem(lines.at(j));
+            }
+            while (combo->count() > lines.size())
+                combo->removeItem(combo->count() - 1);
+            combo->setCurrentIndex(current);
+        } else if (auto *list = qobject_cast<QListWidget *>(object)) {
+            for (int j = 0; j < lines.size(); ++j) {
+                if (j < list->count())
+                    list->item(j)->setText(lines.at(j));
+                else
+                    list->addItem(lines.at(j));
+            }
+            while (list->count() > lines.size())
+                delete list->takeItem(list->count() - 1);
+        }
+        return;
+    }
+    if (property.compare(QLatin1String("Lines"), Qt::CaseInsensitive) == 0) {
+        QTextDocument *doc = documentOf(object);
+        if (!doc || documentLines(doc) == lines)
+            return;
+        // A text edit holds one document; its lines are its blocks.
+        if (auto *plain = qobject_cast<QPlainTextEdit *>(object))
+            plain->setPlainText(lines.join(QLatin1Char('\n')));
+        else if (auto *rich = qobject_cast<QTextEdit *>(object))
+            rich->setPlainText(lines.join(QLatin1Char('\n')));
+        return;
+    }
+    const QMetaProperty p = metaProperty(object, property);
+    if (p.isValid() && p.read(object).toStringList() != lines)
+        p.write(object, lines);
+}
+
+bool hasFont(const QObject *object)
+{
+    const QMetaProperty p = metaProperty(object, QStringLiteral("font"));
+    return p.isValid() && p.metaType().id() == QMetaType::QFont;
+}
+
+QFont readFont(const QObject *object)
+{
+    return metaProperty(object, QStringLiteral("font")).read(object).value<QFont>();
+}
+
+void writeFont(QObject *object, const QFont &font)
+{
+    const QMetaProperty p = metaProperty(object, QStringLiteral("font"));
+    if (p.isValid())
+        p.write(object, font);
+}
+
+int readCharSet(const QObject *object)
+{
+    bool ok = false;
+    const int value = object->property(charSetProperty).toInt(&ok);
+    return ok ? value : DefaultCharSet;
+}
+
+void writeCharSet(QObject *object, int value)
+{
+    applyFont(object, QString(), value);
+}
+
+void applyFont(QObject *object, const QString &family, int charSet)
+{
+    if (!hasFont(object))
+        return;
+    const QFont current = readFont(object);
+    QFont font = current;
+    if (charSet >= 0 && readCharSet(object) != charSet)
+        object->setProperty(charSetProperty, charSet);
+    if (!family.isEmpty() && font.family() != family)
+        font.setFamily(family);
+    coverCharSet(font, readCharSet(object));
+    if (font.families() != current.families() || font.family() != current.family())
+        writeFont(object, font);
+}
+
+int collectionCount(const QObject *object, const QString &collection)
+{
+    const QString c = collection.toUpper();
+    if (c == QLatin1String("COLUMNS")) {
+        if (auto *tree = qobject_cast<const QTreeWidget *>(object))
+            return tree->columnCount();
+        if (auto *table = qobject_cast<const QTableWidget *>(object))
+            return table->columnCount();
+    } else if (c == QLatin1String("TABS")) {
+        if (auto *tabs = qobject_cast<const QTabWidget *>(object))
+            return tabs->count();
+    } else if (c == QLatin1String("PAGES")) {
+        if (auto *box = qobject_cast<const QToolBox *>(object))
+            return box->count();
+    }
+    return -1;
+}
+
+QStringList collectionItemProperties(const QString &collection)
+{
+    if (collection.compare(QLatin1String("Columns"), Qt::CaseInsensitive) == 0)
+        return {QStringLiteral("Caption")};
+    return {QStringLiteral("Text"), QStringLiteral("Hint")};
+}
+
+QString readItem(const QObject *object, const QString &collection, int index, const QString &itemProperty)
+{
+    if (index < 0 || index >= collectionCount(object, collection))
+        return QString();
+    const bool hint = itemProperty.compare(QLatin1String("Hint"), Qt::CaseInsensitive) == 0;
+    if (auto *tree = qobject_cast<const QTreeWidget *>(object))
+        return tree->headerItem()->text(index);
+    if (auto *table = qobject_cast<const QTableWidget *>(object)) {
+        const QTableWidgetItem *item = table->horizontalHeaderItem(index);
+        return item ? item->text() : QString();
+    }
+    if (auto *tabs = qobject_cast<const QTabWidget *>(object))
+        return hint ? tabs->tabToolTip(index) : tabs->tabText(index);
+    if (auto *box = qobject_cast<const QToolBox *>(object))
+        return hint ? box->itemToolTip(index) : box->itemText(index);
+    return QString();
+}
+
+void writeItem(QObject *object, const QString &collection, int index, const QString &itemProperty,
+               const QString &value)
+{
+    if (index < 0 || index >= collectionCount(object, collection)
+        || readItem(object, collection, index, itemProperty) == value)
+        return;
+    const bool hint = itemProperty.compare(QLatin1String("Hint"), Qt::CaseInsensitive) == 0;
+    if (auto *tree = qobject_cast<QTreeWidget *>(object)) {
+        tree->headerItem()->setText(index, value);
+    } else if (auto *table = qobject_cast<QTableWidget *>(object)) {
+        QTableWidgetItem *item = table->horizontalHeaderItem(index);
+        if (!item) {
+            item = new QTableWidgetItem;
+            table->setHorizontalHeaderItem(index, item);
+        }
+        item->setText(value);
+    } else if (auto *tabs = qobject_cast<QTabWidget *>(object)) {
+        if (hint)
+            tabs->setTabToolTip(index, value);
+        else
+            tabs->setTabText(index, value);
+    } else if (auto *box = qobject_cast<QToolBox *>(object)) {
+        if (hint)
+            box->setItemToolTip(index, value);
+        else
+            box->setItemText(index, value);
+    }
+}
+
+} // namespace TvxPropAccess

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "vexil_export.h"
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtGui/QFont>
+
+class QObject;
+
+/// Reads and writes the values the translation engine deals in, on real
+/// properties and on the item lists Qt keeps without a property.
+namespace TvxPropAccess {
+
+/// A string property's value; empty when @p object has no such property.
+VEXIL_EXPORT QString readString(const QObject *object, const QString &property);
+/// Sets a string property when the value differs; returns whether it was written.
+VEXIL_EXPORT bool writeString(QObject *object, const QString &property, const QString &value);
+
+/// The lines of a string-list property ("Items", "Lines" or a QStringList property).
+VEXIL_EXPORT QStringList readLines(const QObject *object, const QString &property);
+/// Changes a string list to @p lines line by line: existing lines are
+/// overwritten, missing ones added and surplus ones removed from the end.
+/// A combo box keeps its current index.
+VEXIL_EXPORT void writeLines(QObject *object, const QString &property, const QStringList &lines);
+
+VEXIL_EXPORT bool hasFont(const QObject *object);
+VEXIL_EXPORT QFont readFont(const QObject *object);
+VEXIL_EXPORT void writeFont(QObject *object, const QFont &font);
+
+/// The character-set value stored on @p object (DEFAULT_CHARSET when none is).
+VEXIL_EXPORT int readCharSet(const QObject *object);
+/// Stores a character-set value on @p object and makes sure its font
+/// covers the writing system the set stands for.
+VEXIL_EXPORT void writeCharSet(QObject *object, int value);
+/// Applies a font family and a character set in one write; either may be
+/// left out (empty family, negative set).
+VEXIL_EXPORT void applyFont(QObject *object, const QString &family, int charSet);
+
+/// Number of items of a collection ("Columns", "Tabs", "Pages"); -1 when
+/// @p object has no such collection.
+VEXIL_EXPORT int collectionCount(const QObject *object, const QString &collection);
+/// The string properties of one item of a collection.
+VEXIL_EXPORT QStringList collectionItemProperties(const QString &collection);
+VEXIL_EXPORT QString readItem(const QObject *object, const QString &collection, int index,
+                              const QString &itemProperty);
+/// Sets an item property when the value differs.
+VEXIL_EXPORT void writeItem(QObject *object, const QString &collection, int index,
+                            const QString &itemProperty, const QString &value);
+
+} // namespace TvxPropAccess

@@ -1,0 +1,239 @@
+#include "vxstringlist.h"
+
+#include "vxtypes.h"
+
+TvxStringList::TvxStringList(QObject *parent)
+    : QObject(parent)
+{
+}
+
+void TvxStringList::touched()
+{
+    if (m_updateCount > 0)
+        m_pendingChange = true;
+    else
+        Q_EMIT changed();
+}
+
+void TvxStringList::setLines(const QStringList &lines)
+{
+    m_lines = lines;
+    invalidateIndex();
+    touched();
+}
+
+void TvxStringList::assign(const TvxStringList &other)
+{
+    if (&other == this)
+        return;
+    setLines(other.m_lines);
+}
+
+int TvxStringList::append(const QString &line)
+{
+    m_lines.append(line);
+    const int i = m_lines.size() - 1;
+    if (m_indexValid) {
+        const QString key = Vexil::upperKey(keyOf(line, m_indexDelim));
+        if (!m_index.contains(key))
+            m_index.insert(key, i);
+    }
+    touched();
+    return i;
+}
+
+void TvxStringList::insert(int i, const QString &line)
+{
+    m_lines.insert(i, line);
+    invalidateIndex();
+    touched();
+}
+
+void TvxStringList::replace(int i, const QString &line)
+{
+    if (m_indexValid
+        && Vexil::upperKey(keyOf(m_lines.at(i), m_indexDelim)) != Vexil::upperKey(keyOf(line, m_indexDelim))) {
+        invalidateIndex();
+    }
+    m_lines[i] = line;
+    touched();
+}
+
+void TvxStringList::removeAt(int i)
+{
+    m_lines.removeAt(i);
+    invalidateIndex();
+    touched();
+}
+
+void TvxStringList::clear()
+{
+    if (m_lines.isEmpty())
+        return;
+    m_lines.clear();
+    invalidateIndex();
+    touched();
+}
+
+int TvxStringList::indexOf(const QString &s) const
+{
+    for (int i = 0; i < m_lines.size(); ++i) {
+        if (m_lines.at(i).compare(s, Qt::CaseInsensitive) == 0)
+            return i;
+    }
+    return -1;
+}
+
+int TvxStringList::indexOfName(const QString &name) const
+{
+    for (int i = 0; i < m_lines.size(); ++i) {
+        const QString &line = m_lines.at(i);
+        const int eq = line.indexOf(QLatin1Char('='));
+        if (eq >= 0 && QStringView(line).left(eq).compare(name, Qt::CaseInsensitive) == 0)
+            return i;
+    }
+    return -1;
+}
+
+QString TvxStringList::toCommaText(const QStringList &items)
+{
+    if (items.size() == 1 && items.first().isEmpty())
+        return QStringLiteral("\"\"");
+    QString result;
+    for (int i = 0; i < items.size(); ++i) {
+        const QString &item = items.at(i);
+        bool quote = false;
+        for (QChar c : item) {
+            if (c.unicode() <= 0x20 || c == QLatin1Char('"') || c == QLatin1Char(',')) {
+                quote = true;
+                break;
+            }
+        }
+        if (i > 0)
+            result += QLatin1Char(',');
+        if (quote) {
+            QString quoted = item;
+            quoted.replace(QLatin1Char('"'), QLatin1String("\"\""));
+            result += QLatin1Char('"') + quoted + QLatin1Char('"');
+        } else {
+            result += item;
+        }
+    }
+    return result;
+}
+
+QStringList TvxStringList::fromCommaText(const QString &text)
+{
+    // A NUL character ends the text, as it always has for this format.
+    const int nul = text.indexOf(QChar(0));
+    const QStringView value = nul >= 0 ? QStringView(text).left(nul) : QStringView(text);
+    const int len = value.size();
+    auto blank = [&](int p) { return p < len && value.at(p).unicode() >= 1 && value.at(p).unicode() <= 0x20; };
+
+    QStringList items;
+    int p = 0;
+    while (blank(p))
+        ++p;
+    while (p < len) {
+        QString item;
+        if (value.at(p) == QLatin1Char('"')) {
+            ++p;
+            while (p < len) {
+                if (value.at(p) == QLatin1Char('"')) {
+                    if (p + 1 < len && value.at(p + 1) == QLatin1Char('"')) {
+                        item += QLatin1Char('"');
+                        p += 2;
+                        continue;
+                    }
+                    ++p;
+                    break;
+                }
+                item += value.at(p++);
+            }
+        } else {
+            const int start = p;
+            while (p < len && value.at(p).unicode() > 0x20 && value.at(p) != QLatin1Char(','))
+                ++p;
+            item = value.mid(start, p - start).toString();
+        }
+        items.append(item);
+        while (blank(p))
+            ++p;
+        if (p < len && value.at(p) == QLatin1Char(',')) {
+            if (p + 1 == len)
+                items.append(QString());
+            do {
+                ++p;
+            } while (blank(p));
+        }
+    }
+    return items;
+}
+
+QString TvxStringList::commaText() const
+{
+    return toCommaText(m_lines);
+}
+
+void TvxStringList::setCommaText(const QString &text)
+{
+    setLines(fromCommaText(text));
+}
+
+QString TvxStringList::text() const
+{
+    QString result;
+    for (const QString &line : m_lines) {
+        result += line;
+        result += QLatin1Char('\n');
+    }
+    return result;
+}
+
+void TvxStringList::setText(const QString &text)
+{
+    QString normalized = text;
+    normalized.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    QStringList lines = normalized.split(QLatin1Char('\n'));
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    setLines(lines);
+}
+
+void TvxStringList::beginUpdate()
+{
+    ++m_updateCount;
+}
+
+void TvxStringList::endUpdate()
+{
+    if (m_updateCount > 0 && --m_updateCount == 0 && m_pendingChange) {
+        m_pendingChange = false;
+        Q_EMIT changed();
+    }
+}
+
+QString TvxStringList::keyOf(const QString &line, QChar delim)
+{
+    return ExtractWord(1, line, delim);
+}
+
+void TvxStringList::rebuildIndex(QChar delim) const
+{
+    m_index.clear();
+    m_index.reserve(m_lines.size());
+    for (int i = 0; i < m_lines.size(); ++i) {
+        const QString key = Vexil::upperKey(keyOf(m_lines.at(i), delim));
+        if (!m_index.contains(key))
+            m_index.insert(key, i);
+    }
+    m_indexDelim = delim;
+    m_indexValid = true;
+}
+
+int TvxStringList::indexOfKey(const QString &key, QChar delim) const
+{
+    if (!m_indexValid || m_indexDelim != delim)
+        rebuildIndex(delim);
+    return m_index.value(Vexil::upperKey(key), -1);
+}
