@@ -814,7 +814,8 @@ void TvxCustomLang::scanCategory(TStringsType type, const TvxComponentList &comp
         case stMultiLines: {
             if (isFormStorage(object))
                 break;
-            for (const TvxPropInfo &info : TvxPropInfoList(object, TvxPropInfo::StringList).items()) {
+            const TvxPropInfoList lists(object, TvxPropInfo::StringList);
+            for (const TvxPropInfo &info : lists.items()) {
                 const QString value = TvxStringList::toCommaText(TvxPropAccess::readLines(object, info.name));
                 updateOrAddLine(list, stMultiLines, name + QLatin1Char('.') + info.name, value);
             }
@@ -859,12 +860,14 @@ void TvxCustomLang::scanCollections(const TvxComponentList &components)
     for (QObject *object : components.components()) {
         if (qobject_cast<TvxCustomLang *>(object) || isDoNotTranslate(object->objectName()))
             continue;
-        for (const TvxPropInfo &info : TvxPropInfoList(object, TvxPropInfo::Collection).items()) {
+        const TvxPropInfoList collections(object, TvxPropInfo::Collection);
+        for (const TvxPropInfo &info : collections.items()) {
             const int n = TvxPropAccess::collectionCount(object, info.name);
             const QStringList itemProps = TvxPropAccess::collectionItemProperties(info.name);
             for (int i = 0; i < n; ++i) {
                 for (const QString &itemProp : itemProps) {
-                    const QString key = QStringLiteral("%1.%2[%3].%4").arg(object->objectName(), info.name).arg(i).arg(itemProp);
+                    const QString key = object->objectName() + QLatin1Char('.') + info.name + QLatin1Char('[')
+                    + QString::number(i) + QLatin1String("].") + itemProp;
                     updateOrAddLine(list, stCollections, key, TvxPropAccess::readItem(object, info.name, i, itemProp));
                 }
             }

@@ -9,12 +9,12 @@ TvxLoadWatcher::TvxLoadWatcher(QObject *owner, std::function<void()> onLoaded, Q
     , m_owner(owner)
     , m_onLoaded(std::move(onLoaded))
 {
+    // Only a window that is still being built can be loading.
     auto *window = qobject_cast<QWidget *>(owner);
-    if (window && window->isVisible())
+    if (!window || window->isVisible())
         return;
     m_loading = true;
-    if (window)
-        window->installEventFilter(this);
+    window->installEventFilter(this);
     QTimer::singleShot(0, this, &TvxLoadWatcher::finish);
 }
 

@@ -12,8 +12,8 @@
 /// A component created while its owner window is not yet visible counts as
 /// loading until whichever comes first: the owner is about to be shown, the
 /// event loop runs for the first time, or finish() is called. The callback
-/// runs exactly once. A component created under a visible owner (or with no
-/// owner window) is not loading at all.
+/// runs exactly once. A component created under a visible owner, or whose
+/// owner is not a window, is not loading at all and the callback never runs.
 class VEXIL_EXPORT TvxLoadWatcher : public QObject
 {
     Q_OBJECT
