@@ -441,8 +441,10 @@ void TvxCustomLang::SetLanguage(const QString &name)
     if (pos < 0)
         throw ELanguageError(languageNameMessage());
     m_language = name;
-    if (!isLoading())
+    if (!isLoading()) {
         SetActLang(pos + 1);
+        m_language = name; // the switch set the stored upper-case name; keep the caller's
+    }
 }
 
 void TvxCustomLang::SetLangDelim(QChar delim)
@@ -883,7 +885,8 @@ void TvxCustomLang::DelOldNames(TvxStringList *list, TStringsType type)
 
 void TvxCustomLang::delOldNames(TvxStringList *list, TStringsType type, const TvxComponentList &components)
 {
-    if (!list || type == stDlgsCaptions || type == stStrings || type == stLocales)
+    // Without an owner there are no components to measure the lines against.
+    if (!list || !m_owner || type == stDlgsCaptions || type == stStrings || type == stLocales)
         return;
     QStringList kept;
     kept.reserve(list->count());

@@ -1,4 +1,124 @@
+// The dispatcher: one language setting pushed to the components of many
+// windows, and references that never outlive either side.
+#include "vxcomp.h"
+#include "vxdispatcher.h"
+#include "vxerrors.h"
+
 #include <QtTest>
-class TstPlaceholder : public QObject { Q_OBJECT private slots: void none() {} };
-QTEST_MAIN(TstPlaceholder)
+#include <QtWidgets/QPushButton>
+
+class Window : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit Window(const char *caption, const char *german)
+    {
+        button = new QPushButton(QString::fromUtf8(caption), this);
+        button->setObjectName(QStringLiteral("Button1"));
+        vx = new TVexil(this);
+        vx->Loaded();
+        vx->SetNumLang(2);
+        vx->BuildList();
+        vx->ReplaceStringValue(vx->Captions(), QStringLiteral("Button1"), QString::fromUtf8(german), 2);
+    }
+    QPushButton *button;
+    TVexil *vx;
+};
+
+class TstDispatcher : public QObject
+{
+    Q_OBJECT
+private slots:
+    void fansOutToEveryWindow();
+    void namesAndCount();
+    void registrationRules();
+    void referencesClearedOnDestruction();
+};
+
+void TstDispatcher::fansOutToEveryWindow()
+{
+    TVexilDispatcher dispatcher;
+    Window a("Open", "Öffnen"), b("Close", "Schließen");
+    a.vx->SetLangDispatcher(&dispatcher);
+    b.vx->SetLangDispatcher(&dispatcher);
+    QCOMPARE(a.vx->NumOfLanguages(), 1); // the dispatcher's count was pushed
+    dispatcher.SetLangNames({QStringLiteral("English"), QStringLiteral("German")});
+    QCOMPARE(b.vx->NumOfLanguages(), 2);
+    QCOMPARE(b.vx->LangNames()->lines(), (QStringList{QStringLiteral("ENGLISH"), QStringLiteral("GERMAN")}));
+
+    dispatcher.SetLanguage(QStringLiteral("german"));
+    QCOMPARE(dispatcher.ActiveLanguage(), 2);
+    QCOMPARE(a.button->text(), QStringLiteral("Öffnen"));
+    QCOMPARE(b.button->text(), QStringLiteral("Schließen"));
+    QCOMPARE(a.vx->ActiveLanguage(), 2);
+    dispatcher.SetActiveLanguage(1);
+    QCOMPARE(dispatcher.Language(), QStringLiteral("ENGLISH"));
+    QCOMPARE(b.button->text(), QStringLiteral("Close"));
+
+    try {
+        dispatcher.SetLanguage(QStringLiteral("French"));
+        QFAIL("no exception");
+    } catch (const ELanguageError &e) {
+        QCOMPARE(e.message(), QStringLiteral("Language name shall be included in LangNames property!"));
+    }
+    QCOMPARE(dispatcher.Language(), QStringLiteral("ENGLISH"));
+}
+
+void TstDispatcher::namesAndCount()
+{
+    TVexilDispatcher dispatcher;
+    dispatcher.SetNumOfLanguages(3);
+    QCOMPARE(dispatcher.LangNames()->lines(),
+             (QStringList{QStringLiteral("LANGUAGE N1"), QStringLiteral("LANGUAGE N2"), QStringLiteral("LANGUAGE N3")}));
+    dispatcher.SetNumOfLanguages(2);
+    QCOMPARE(dispatcher.LangNames()->count(), 2);
+    dispatcher.SetLangNames(QStringList{});
+    QCOMPARE(dispatcher.NumOfLanguages(), 1);
+    QCOMPARE(dispatcher.LangNames()->lines(), QStringList{QStringLiteral("LANGUAGE N1")});
+}
+
+void TstDispatcher::registrationRules()
+{
+    TVexilDispatcher first, second;
+    first.SetLangNames({QStringLiteral("English"), QStringLiteral("German")});
+    first.SetActiveLanguage(2);
+    Window w("OK", "Gut");
+    w.vx->SetLangDispatcher(&first);
+    QCOMPARE(w.vx->ActiveLanguage(), 2);
+    QCOMPARE(w.vx->Language(), QStringLiteral("GERMAN"));
+    QCOMPARE(w.button->text(), QStringLiteral("Gut"));
+    w.vx->SetLangDispatcher(&first);
+    QCOMPARE(first.references().size(), 1);
+
+    // Moving to another dispatcher leaves the first one's list as it was.
+    second.SetLangNames({QStringLiteral("English"), QStringLiteral("German")});
+    w.vx->SetLangDispatcher(&second);
+    QCOMPARE(first.references().size(), 1);
+    QCOMPARE(second.references().size(), 1);
+    QCOMPARE(w.vx->ActiveLanguage(), 1);
+}
+
+void TstDispatcher::referencesClearedOnDestruction()
+{
+    auto *dispatcher = new TVexilDispatcher;
+    auto *other = new TVexilDispatcher;
+    auto *w = new Window("OK", "Gut");
+    w->vx->SetLangDispatcher(other);
+    w->vx->SetLangDispatcher(dispatcher);
+    delete w;
+    QVERIFY(dispatcher->references().isEmpty());
+    QVERIFY(other->references().isEmpty()); // the old dispatcher forgets it too
+    other->SetActiveLanguage(1);            // and can still be used
+
+    Window survivor("OK", "Gut");
+    dispatcher->SetNumOfLanguages(2);
+    survivor.vx->SetLangDispatcher(dispatcher);
+    delete dispatcher;
+    QCOMPARE(survivor.vx->LangDispatcher(), nullptr);
+    survivor.vx->SetActLang(2);
+    QCOMPARE(survivor.button->text(), QStringLiteral("Gut"));
+    delete other;
+}
+
+QTEST_MAIN(TstDispatcher)
 #include "tst_dispatcher.moc"
