@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 
+class TMemIniFile;
 class TvxComponentList;
 class TvxLoadWatcher;
 
@@ -150,6 +151,35 @@ public:
     /// Deletes the Strings() line of @p id (exact letter case).
     bool DeleteString(const QString &id);
 
+    // --- files ----------------------------------------------------------
+    // A translation file holds the tables of many forms: every key starts
+    // with the owner's class name. Saving rewrites only this owner's keys.
+
+    /// Saves the table of @p type with @p fileDelim between the texts.
+    /// Returns the number of table lines, or -1 when the class has no such
+    /// table or @p fileDelim equals LangDelim() (the file is not touched).
+    /// Throws EVexilError when the file cannot be written; the old file stays.
+    virtual int SaveToFile(TStringsType type, const QString &fileName, QChar fileDelim);
+    /// Loads this owner's entries of @p type. Returns the number of distinct
+    /// keys in the file's section, or -1 (missing file, no such table, a
+    /// damaged file).
+    virtual int LoadFromFile(TStringsType type, const QString &fileName, bool clear);
+    virtual void SaveAllToFile(const QString &fileName, QChar fileDelim);
+    virtual void LoadAllFromFile(const QString &fileName, bool clear);
+    /// LoadAllFromFile() without applying the language afterwards.
+    virtual void LoadAllFromFileDNC(const QString &fileName, bool clear);
+    virtual int SaveStringsToFile(const QString &fileName, QChar fileDelim);
+    virtual int LoadStringsFromFile(const QString &fileName, bool clear);
+    /// Merges the file's entries into the table of @p type: the file wins
+    /// every conflict, the table keeps what the file lacks.
+    virtual bool MergeFromFile(TStringsType type, const QString &fileName);
+    virtual bool MergeAllFromFile(const QString &fileName);
+    /// MergeAllFromFile() without applying the language afterwards.
+    virtual bool MergeAllFromFileDNC(const QString &fileName);
+    /// Set while an all-categories load or merge runs (and left set by a
+    /// merge of all categories that failed).
+    bool BulkLoading() const { return m_bulkLoading; }
+
     // --- discovery and switching --------------------------------------
     /// Brings the tables in step with the owner's components.
     virtual void BuildList();
@@ -194,7 +224,15 @@ protected:
     QString newLine(const QString &key, const QString &value) const;
 
 private:
-    friend class TVexilDispatcher; // sets the language name without a switch
+    friend class TVexilDispatcher;
+    QString ownerName() const;
+    QString ownerClassName() const;
+    int saveToStore(TStringsType type, TMemIniFile &ini, QChar fileDelim);
+    int loadFromStore(TStringsType type, const TMemIniFile &ini, bool clear);
+    bool mergeFromStore(TStringsType type, const TMemIniFile &ini);
+    void loadAll(const QString &fileName, bool clear, bool apply);
+    bool mergeAll(const QString &fileName, bool apply);
+ // sets the language name without a switch
     struct StaleLines;
     void applyCategory(TStringsType type, const TvxComponentList &components);
     void applyCollections(const TvxComponentList &components);
@@ -229,7 +267,7 @@ private:
     TVexilOptions m_options;
     TvxLoadWatcher *m_loadWatcher = nullptr;
     std::unique_ptr<StaleLines> m_stale;
-    bool m_inExternalLookup = false;
+    bool m_bulkLoading = false;
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(TvxCustomLang::TVexilOptions)

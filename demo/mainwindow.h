@@ -1,0 +1,33 @@
+#pragma once
+
+#include "ui_mainwindow.h"
+
+class SecondWindow;
+class TVexilDispatcher;
+
+/// The demo's main window: a customer record form whose every text follows
+/// the language chosen in the Language menu.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    /// @p translations is the translation file both windows load at start.
+    explicit MainWindow(const QString &translations, QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    TVexilDispatcher *dispatcher() const { return m_dispatcher; }
+    SecondWindow *secondWindow() const { return m_second; }
+    /// Switches both windows to language @p number (from 1).
+    void setLanguage(int number);
+
+private:
+    void buildLanguageMenu();
+    void languageChanged();
+    void saveTranslations();
+
+    Ui::MainWindow ui;
+    TVexilDispatcher *m_dispatcher;
+    SecondWindow *m_second;
+    QString m_translations;
+    QActionGroup *m_languages;
+};

@@ -1,0 +1,8 @@
+#include "secondwindow.h"
+
+SecondWindow::SecondWindow(QWidget *parent)
+    : QWidget(parent, Qt::Window)
+{
+    ui.setupUi(this);
+    connect(ui.btnDone, &QPushButton::clicked, this, &QWidget::close);
+}
