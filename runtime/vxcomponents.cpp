@@ -34,9 +34,9 @@ void TvxComponentList::collect(QObject *parent)
 {
     for (QObject *child : parent->children()) {
         const QString name = child->objectName();
-        if (name.startsWith(QLatin1String("qt_")))
-            continue;
-        if (!name.isEmpty()) {
+        // Qt's own inner widgets are no components, but the pages of a tab
+        // widget or the viewport of a scroll area hold the form's widgets.
+        if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_"))) {
             m_components.append(child);
             if (!m_byName.contains(name))
                 m_byName.insert(name, child);

@@ -11,8 +11,8 @@
 /// translation engine sees them: the owner's descendants that have an
 /// object name, depth first in child order. It does not descend into a
 /// descendant window (pop-up menus excepted) nor into a widget that holds
-/// a translation component of its own, and it leaves out Qt's internal
-/// children (names starting with "qt_").
+/// a translation component of its own. Qt's internal children (names
+/// starting with "qt_") are passed through but not listed.
 ///
 /// Names are indexed, so find() costs the same for any form size.
 class VEXIL_EXPORT TvxComponentList
