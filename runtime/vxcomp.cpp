@@ -749,12 +749,16 @@ void TvxCustomLang::buildFormLines(QWidget *form)
     place(CharSets(), Vexil::charSetName(TvxPropAccess::readCharSet(form)));
 }
 
-void TvxCustomLang::updateOrAddLine(TvxStringList *list, TStringsType type, const QString &key, const QString &value)
+void TvxCustomLang::updateOrAddLine(TvxStringList *list, TStringsType type, const QString &key,
+                                    const std::function<QString()> &currentValue)
 {
+    // At run time an existing line is left as it is, so the property is
+    // read only for new lines and in the designer.
     const int existing = findExactLine(list, key);
+    if (existing >= 0 && !m_designing)
+        return;
+    const QString value = currentValue();
     if (existing >= 0) {
-        if (!m_designing)
-            return;
         // Values typed into the designer's property editor go into the
         // active language, unless that language has no text yet.
         const QString stored = ExtractWord(m_activeLanguage + 1, list->at(existing), m_langDelim);
@@ -808,9 +812,9 @@ void TvxCustomLang::scanCategory(TStringsType type, const TvxComponentList &comp
         case stFonts: {
             if (!TvxPropAccess::hasFont(object))
                 break;
-            updateOrAddLine(list, stFonts, name, TvxPropAccess::readFont(object).family());
+            updateOrAddLine(list, stFonts, name, [object] { return TvxPropAccess::readFont(object).family(); });
             updateOrAddLine(CharSets(), stCharSets, name,
-                            Vexil::charSetName(TvxPropAccess::readCharSet(object)));
+                            [object] { return Vexil::charSetName(TvxPropAccess::readCharSet(object)); });
             break;
         }
         case stMultiLines: {
@@ -818,8 +822,9 @@ void TvxCustomLang::scanCategory(TStringsType type, const TvxComponentList &comp
                 break;
             const TvxPropInfoList lists(object, TvxPropInfo::StringList);
             for (const TvxPropInfo &info : lists.items()) {
-                const QString value = TvxStringList::toCommaText(TvxPropAccess::readLines(object, info.name));
-                updateOrAddLine(list, stMultiLines, name + QLatin1Char('.') + info.name, value);
+                updateOrAddLine(list, stMultiLines, name + QLatin1Char('.') + info.name, [object, &info] {
+                    return TvxStringList::toCommaText(TvxPropAccess::readLines(object, info.name));
+                });
             }
             break;
         }
@@ -829,10 +834,10 @@ void TvxCustomLang::scanCategory(TStringsType type, const TvxComponentList &comp
                 break;
             if (type == stCaptions && isMenuSeparator(object))
                 break;
-            const QString value = TvxPropAccess::readString(object, property);
-            if (type == stCaptions && value == QLatin1String("-") && qobject_cast<QAction *>(object))
+            if (type == stCaptions && qobject_cast<QAction *>(object)
+                && TvxPropAccess::readString(object, property) == QLatin1String("-"))
                 break;
-            updateOrAddLine(list, type, name, value);
+            updateOrAddLine(list, type, name, [object, &property] { return TvxPropAccess::readString(object, property); });
             break;
         }
         }
@@ -845,7 +850,7 @@ void TvxCustomLang::scanOtherStrings(const TvxComponentList &components)
     auto scan = [&](QObject *object, const QString &name) {
         for (const TvxPropInfo &info : TvxPropInfoList::otherStringProperties(object)) {
             updateOrAddLine(list, stOtherStrings, name + QLatin1Char('.') + info.name,
-                            TvxPropAccess::readString(object, info.name));
+                            [object, &info] { return TvxPropAccess::readString(object, info.name); });
         }
     };
     scan(m_owner, components.ownerClassName());
@@ -869,8 +874,10 @@ void TvxCustomLang::scanCollections(const TvxComponentList &components)
             for (int i = 0; i < n; ++i) {
                 for (const QString &itemProp : itemProps) {
                     const QString key = object->objectName() + QLatin1Char('.') + info.name + QLatin1Char('[')
-                    + QString::number(i) + QLatin1String("].") + itemProp;
-                    updateOrAddLine(list, stCollections, key, TvxPropAccess::readItem(object, info.name, i, itemProp));
+                        + QString::number(i) + QLatin1String("].") + itemProp;
+                    updateOrAddLine(list, stCollections, key, [object, &info, i, &itemProp] {
+                        return TvxPropAccess::readItem(object, info.name, i, itemProp);
+                    });
                 }
             }
         }

@@ -242,7 +242,8 @@ private:
     void scanCategory(TStringsType type, const TvxComponentList &components);
     void scanOtherStrings(const TvxComponentList &components);
     void scanCollections(const TvxComponentList &components);
-    void updateOrAddLine(TvxStringList *list, TStringsType type, const QString &key, const QString &value);
+    void updateOrAddLine(TvxStringList *list, TStringsType type, const QString &key,
+                         const std::function<QString()> &currentValue);
     void delOldNames(TvxStringList *list, TStringsType type, const TvxComponentList &components);
     void checkRmdProps(const TvxComponentList &components);
     bool isDoNotTranslate(const QString &componentName) const;

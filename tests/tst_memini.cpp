@@ -1,4 +1,208 @@
+// The INI store: parsing and case rules, typed values, the whole-file text,
+// encodings and safe writing.
+#include "memini.h"
+#include "vxerrors.h"
+
 #include <QtTest>
-class TstPlaceholder : public QObject { Q_OBJECT private slots: void none() {} };
-QTEST_MAIN(TstPlaceholder)
+
+class TstMemIni : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { m_file = m_dir.filePath(QStringLiteral("test.ini")); QFile::remove(m_file); }
+    void parsingRules();
+    void readsAndWritesKeepFirstMatch();
+    void typedValues();
+    void wholeText();
+    void renameReloadsFromFirstName();
+    void encodings();
+    void writeIsAtomic();
+    void largeFile();
+
+private:
+    void write(const QByteArray &bytes)
+    {
+        QFile f(m_file);
+        QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(bytes);
+    }
+    QByteArray read()
+    {
+        QFile f(m_file);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    QTemporaryDir m_dir;
+    QString m_file;
+};
+
+void TstMemIni::parsingRules()
+{
+    write("before=dropped\n; a comment\n[A]\nKey = Value \n\n[A] \nnot=a header\n[Empty]\n[B]\nnoequals\n");
+    TMemIniFile ini(m_file);
+    QStringList sections;
+    ini.ReadSections(sections);
+    QCOMPARE(sections, (QStringList{QStringLiteral("A"), QStringLiteral("Empty"), QStringLiteral("B")}));
+    // Nothing is trimmed, and "[A] " is a plain line of section A.
+    QCOMPARE(ini.ReadString(QStringLiteral("a"), QStringLiteral("Key "), QString()), QStringLiteral(" Value "));
+    QCOMPARE(ini.ReadString(QStringLiteral("A"), QStringLiteral("Key"), QStringLiteral("def")), QStringLiteral("def"));
+    QStringList names;
+    ini.ReadSection(QStringLiteral("A"), names);
+    QCOMPARE(names, (QStringList{QStringLiteral("Key "), QString(), QStringLiteral("not")}));
+    ini.ReadSection(QStringLiteral("B"), names);
+    QCOMPARE(names, QStringList{QString()});
+    QVERIFY(!ini.SectionExists(QStringLiteral("Empty")));
+    QVERIFY(ini.SectionExists(QStringLiteral("b")));
+    QVERIFY(ini.ValueExists(QStringLiteral("A"), QStringLiteral("NOT")));
+    QVERIFY(!ini.ValueExists(QStringLiteral("Missing"), QStringLiteral("x")));
+}
+
+void TstMemIni::readsAndWritesKeepFirstMatch()
+{
+    write("[S]\nk=1\nK=2\n[s]\nk=3\n");
+    TMemIniFile ini(m_file);
+    QCOMPARE(ini.ReadString(QStringLiteral("S"), QStringLiteral("K"), QString()), QStringLiteral("1"));
+    ini.WriteString(QStringLiteral("s"), QStringLiteral("K"), QStringLiteral("new"));
+    QStringList values;
+    ini.ReadSectionValues(QStringLiteral("S"), values);
+    QCOMPARE(values, (QStringList{QStringLiteral("K=new"), QStringLiteral("K=2")}));
+    ini.DeleteKey(QStringLiteral("S"), QStringLiteral("k"));
+    QCOMPARE(ini.ReadString(QStringLiteral("S"), QStringLiteral("k"), QString()), QStringLiteral("2"));
+    ini.WriteString(QStringLiteral("S"), QStringLiteral("added"), QStringLiteral("a=b"));
+    QCOMPARE(ini.ReadString(QStringLiteral("S"), QStringLiteral("ADDED"), QString()), QStringLiteral("a=b"));
+    ini.EraseSection(QStringLiteral("S"));
+    // The second section of that name is reachable now.
+    QCOMPARE(ini.ReadString(QStringLiteral("S"), QStringLiteral("k"), QString()), QStringLiteral("3"));
+    ini.WriteString(QStringLiteral("New"), QStringLiteral("x"), QStringLiteral("1"));
+    QStringList sections;
+    ini.ReadSections(sections);
+    QCOMPARE(sections, (QStringList{QStringLiteral("s"), QStringLiteral("New")}));
+}
+
+void TstMemIni::typedValues()
+{
+    TMemIniFile ini(m_file);
+    ini.WriteString(QStringLiteral("T"), QStringLiteral("hex"), QStringLiteral("0x1F"));
+    ini.WriteString(QStringLiteral("T"), QStringLiteral("short"), QStringLiteral("0x"));
+    ini.WriteString(QStringLiteral("T"), QStringLiteral("bad"), QStringLiteral("12a"));
+    ini.WriteInteger(QStringLiteral("T"), QStringLiteral("int"), -42);
+    ini.WriteBool(QStringLiteral("T"), QStringLiteral("bool"), true);
+    ini.WriteFloat(QStringLiteral("T"), QStringLiteral("float"), 2.5);
+    ini.WriteDate(QStringLiteral("T"), QStringLiteral("date"), QDate(2026, 11, 22));
+    QCOMPARE(ini.ReadInteger(QStringLiteral("T"), QStringLiteral("hex"), 0), 31);
+    QCOMPARE(ini.ReadInteger(QStringLiteral("T"), QStringLiteral("short"), 7), 7);
+    QCOMPARE(ini.ReadInteger(QStringLiteral("T"), QStringLiteral("bad"), 7), 7);
+    QCOMPARE(ini.ReadInteger(QStringLiteral("T"), QStringLiteral("int"), 0), -42);
+    QCOMPARE(ini.ReadString(QStringLiteral("T"), QStringLiteral("bool"), QString()), QStringLiteral("1"));
+    QVERIFY(ini.ReadBool(QStringLiteral("T"), QStringLiteral("bool"), false));
+    QVERIFY(ini.ReadBool(QStringLiteral("T"), QStringLiteral("missing"), true));
+    QCOMPARE(ini.ReadFloat(QStringLiteral("T"), QStringLiteral("float"), 0), 2.5);
+    QCOMPARE(ini.ReadFloat(QStringLiteral("T"), QStringLiteral("bad"), 1.5), 1.5);
+    QCOMPARE(ini.ReadDate(QStringLiteral("T"), QStringLiteral("date"), QDate()).month(), 11);
+    QCOMPARE(ini.ReadDate(QStringLiteral("T"), QStringLiteral("bad"), QDate(2000, 1, 1)), QDate(2000, 1, 1));
+    QCOMPARE(ini.ReadTime(QStringLiteral("T"), QStringLiteral("missing"), QTime(1, 2)), QTime(1, 2));
+}
+
+void TstMemIni::wholeText()
+{
+    TMemIniFile ini(m_file);
+    ini.WriteString(QStringLiteral("A"), QStringLiteral("k"), QStringLiteral("v"));
+    ini.WriteString(QStringLiteral("B"), QStringLiteral("x"), QStringLiteral("y"));
+    QStringList text{QStringLiteral("kept")};
+    ini.GetStrings(text); // appends
+    QCOMPARE(text, (QStringList{QStringLiteral("kept"), QStringLiteral("[A]"), QStringLiteral("k=v"), QString(),
+                                QStringLiteral("[B]"), QStringLiteral("x=y"), QString()}));
+    ini.SetStrings({QStringLiteral("[C]"), QStringLiteral("c=1")});
+    QCOMPARE(ini.ReadString(QStringLiteral("A"), QStringLiteral("k"), QStringLiteral("gone")), QStringLiteral("gone"));
+    ini.UpdateFile();
+    QCOMPARE(read(), QByteArray("[C]\nc=1\n\n"));
+    ini.Clear();
+    QVERIFY(ini.isModified());
+    QStringList sections;
+    ini.ReadSections(sections);
+    QVERIFY(sections.isEmpty());
+}
+
+void TstMemIni::renameReloadsFromFirstName()
+{
+    write("[A]\nk=original\n");
+    TMemIniFile ini(m_file);
+    ini.WriteString(QStringLiteral("A"), QStringLiteral("k"), QStringLiteral("changed"));
+    const QString other = m_dir.filePath(QStringLiteral("other.ini"));
+    ini.Rename(other, true); // reloads from the first name
+    QCOMPARE(ini.ReadString(QStringLiteral("A"), QStringLiteral("k"), QString()), QStringLiteral("original"));
+    ini.UpdateFile(); // but writes to the new one
+    QCOMPARE(read(), QByteArray("[A]\nk=original\n"));
+    QFile f(other);
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    QCOMPARE(f.readAll(), QByteArray("[A]\nk=original\n\n"));
+    QCOMPARE(ini.FileName(), m_file);
+}
+
+void TstMemIni::encodings()
+{
+    write("\xEF\xBB\xBF[U]\r\nru=\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82\r\nja=\xE6\x97\xA5\xE6\x9C\xAC\r\n");
+    {
+        TMemIniFile ini(m_file);
+        QCOMPARE(ini.ReadString(QStringLiteral("U"), QStringLiteral("ru"), QString()), QStringLiteral("Привет"));
+        QCOMPARE(ini.ReadString(QStringLiteral("U"), QStringLiteral("ja"), QString()), QStringLiteral("日本"));
+    }
+    // Not UTF-8: a single-byte Windows file, written back as UTF-8.
+    write("[L]\nde=Gr\xF6\xDF" "e\neuro=\x80 5\n");
+    TMemIniFile legacy(m_file);
+    QCOMPARE(legacy.ReadString(QStringLiteral("L"), QStringLiteral("de"), QString()), QStringLiteral("Größe"));
+    QCOMPARE(legacy.ReadString(QStringLiteral("L"), QStringLiteral("euro"), QString()), QStringLiteral("€ 5"));
+    legacy.UpdateFile();
+    QCOMPARE(read(), QByteArray("[L]\nde=Gr\xC3\xB6\xC3\x9F" "e\neuro=\xE2\x82\xAC 5\n\n"));
+
+    // Binary garbage with NUL bytes loads into something defined.
+    QByteArray garbage("[G]\nk=");
+    for (int i = 0; i < 512; ++i)
+        garbage.append(char(i));
+    write(garbage);
+    TMemIniFile junk(m_file);
+    QVERIFY(junk.ReadString(QStringLiteral("G"), QStringLiteral("k"), QString()).size() > 0);
+}
+
+void TstMemIni::writeIsAtomic()
+{
+    write("[A]\nk=old\n");
+    const QString dir = m_dir.filePath(QStringLiteral("sub"));
+    QVERIFY(QDir().mkpath(dir));
+    QVERIFY_THROWS_EXCEPTION(EVexilError, TMemIniFile{dir}); // reading a directory fails loudly
+    TMemIniFile ini(m_dir.filePath(QStringLiteral("fresh.ini")));
+    ini.Rename(dir, false); // and a directory cannot be replaced by a file
+    ini.WriteString(QStringLiteral("A"), QStringLiteral("k"), QStringLiteral("new"));
+    QVERIFY_THROWS_EXCEPTION(EVexilError, ini.UpdateFile());
+    QVERIFY(QFileInfo(dir).isDir());
+    QVERIFY(ini.isModified());
+
+    TMemIniFile good(m_file);
+    good.Rename(m_dir.filePath(QStringLiteral("missing/dir/file.ini")), false);
+    QVERIFY_THROWS_EXCEPTION(EVexilError, good.UpdateFile());
+    QCOMPARE(read(), QByteArray("[A]\nk=old\n"));
+}
+
+void TstMemIni::largeFile()
+{
+    QByteArray bytes("[Big]\n");
+    for (int i = 0; i < 100000; ++i)
+        bytes += "key" + QByteArray::number(i) + "=value " + QByteArray::number(i) + "\n";
+    bytes += "[Tail]\nlong=" + QByteArray(1 << 20, 'x') + "\n";
+    write(bytes);
+    TMemIniFile ini(m_file);
+    QCOMPARE(ini.ReadString(QStringLiteral("big"), QStringLiteral("KEY99999"), QString()), QStringLiteral("value 99999"));
+    for (int i = 0; i < 100000; i += 7)
+        ini.WriteString(QStringLiteral("Big"), QStringLiteral("key%1").arg(i), QStringLiteral("w"));
+    ini.WriteString(QStringLiteral("Big"), QStringLiteral("extra"), QStringLiteral("e"));
+    QCOMPARE(ini.ReadString(QStringLiteral("Big"), QStringLiteral("key7"), QString()), QStringLiteral("w"));
+    QCOMPARE(ini.ReadString(QStringLiteral("Big"), QStringLiteral("extra"), QString()), QStringLiteral("e"));
+    QCOMPARE(ini.ReadString(QStringLiteral("Tail"), QStringLiteral("long"), QString()).size(), 1 << 20);
+    ini.UpdateFile();
+    TMemIniFile again(m_file);
+    QStringList names;
+    again.ReadSection(QStringLiteral("Big"), names);
+    QCOMPARE(names.size(), 100001);
+}
+
+QTEST_MAIN(TstMemIni)
 #include "tst_memini.moc"
