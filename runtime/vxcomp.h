@@ -1,17 +1,20 @@
 #pragma once
 
 #include "vexil_export.h"
+#include "vxdialogtypes.h"
 #include "vxdispatcher.h"
 #include "vxstringlist.h"
 #include "vxtypes.h"
 
 #include <QtCore/QPointer>
+#include <QtCore/QVariantList>
 #include <QtWidgets/QWidget>
 
 #include <functional>
 #include <memory>
 
 class TMemIniFile;
+class TMessageForm;
 class TvxComponentList;
 class TvxLoadWatcher;
 
@@ -179,6 +182,31 @@ public:
     /// Set while an all-categories load or merge runs (and left set by a
     /// merge of all categories that failed).
     bool BulkLoading() const { return m_bulkLoading; }
+
+    // --- translated dialogs --------------------------------------------
+    // Message and input boxes whose titles and buttons come from
+    // DlgsCaptions() in the active language; the English text stands where
+    // the table has none.
+
+    /// A new message box, not shown yet; the caller shows and deletes it.
+    TMessageForm *CreateMessageDialog(const QString &msg, TMsgDlgType type, TMsgDlgButtons buttons) const;
+    /// Shows a message box modally and returns the modal result of the button pressed.
+    int MessageDlg(const QString &msg, TMsgDlgType type, TMsgDlgButtons buttons, int helpCtx = 0) const;
+    /// MessageDlg() at screen position @p x, @p y (-1, -1: centred on the owner).
+    int MessageDlgPos(const QString &msg, TMsgDlgType type, TMsgDlgButtons buttons, int helpCtx, int x, int y) const;
+    int MessageDlgPosHelp(const QString &msg, TMsgDlgType type, TMsgDlgButtons buttons, int helpCtx, int x, int y,
+                          const QString &helpFile) const;
+    /// A box with the message and an OK button.
+    void ShowMessage(const QString &msg) const;
+    /// ShowMessage() of @p format with %1, %2 ... replaced by @p args.
+    void ShowMessageFmt(const QString &format, const QVariantList &args) const;
+    void ShowMessagePos(const QString &msg, int x, int y) const;
+    /// Asks for a text; true when OK was pressed, @p value then holds it.
+    bool InputQuery(const QString &caption, const QString &prompt, QString &value) const;
+    /// The text entered after OK, else @p def.
+    QString InputBox(const QString &caption, const QString &prompt, const QString &def) const;
+    /// The active language's dialog text of @p key, or @p english when there is none.
+    QString DialogText(const QString &key, const QString &english) const;
 
     // --- discovery and switching --------------------------------------
     /// Brings the tables in step with the owner's components.
