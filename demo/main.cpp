@@ -12,8 +12,10 @@
 #include <QtCore/QDir>
 #include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -22,16 +24,40 @@ QString translationFile()
     return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("vexil-demo.lng"));
 }
 
-// Both windows side by side on one picture.
+// A window's picture under a plain title bar showing its caption.
+QPixmap framed(QWidget *window)
+{
+    const QPixmap content = window->grab();
+    const int bar = window->fontMetrics().height() + 10;
+    QPixmap pixmap(content.width() + 2, content.height() + bar + 1);
+    pixmap.fill(QColor(70, 90, 120));
+    QPainter painter(&pixmap);
+    painter.setPen(Qt::white);
+    QFont font = window->font();
+    font.setBold(true);
+    painter.setFont(font);
+    painter.drawText(QRect(8, 0, content.width() - 16, bar), Qt::AlignVCenter | Qt::AlignLeft, window->windowTitle());
+    painter.drawPixmap(1, bar, content);
+    return pixmap;
+}
+
+// The main window, the notes window and the exit confirmation on one picture.
 QImage snapshot(MainWindow &main)
 {
-    const QPixmap left = main.grab();
-    const QPixmap right = main.secondWindow()->grab();
-    QImage image(left.width() + right.width() + 16, qMax(left.height(), right.height()), QImage::Format_RGB32);
+    const QPixmap left = framed(&main);
+    const QPixmap right = framed(main.secondWindow());
+    std::unique_ptr<QDialog> confirmation(main.createExitConfirmation());
+    confirmation->show();
+    const QPixmap box = framed(confirmation.get());
+    confirmation->hide();
+    const int gap = 16;
+    QImage image(left.width() + gap + qMax(right.width(), box.width()),
+                 qMax(left.height(), right.height() + gap + box.height()), QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.drawPixmap(0, 0, left);
-    painter.drawPixmap(left.width() + 16, 0, right);
+    painter.drawPixmap(left.width() + gap, 0, right);
+    painter.drawPixmap(left.width() + gap, right.height() + gap, box);
     return image;
 }
 
@@ -41,6 +67,7 @@ int writeScreenshots(MainWindow &main, const QString &dir)
         std::fprintf(stderr, "cannot create %s\n", qPrintable(dir));
         return 1;
     }
+    main.setConfirmExit(false);
     main.show();
     main.secondWindow()->show();
     const QStringList names = main.dispatcher()->LangNames()->lines();

@@ -1,8 +1,12 @@
 #include "mainwindow.h"
 
 #include "secondwindow.h"
+#include "vxdialog.h"
 #include "vxdispatcher.h"
 #include "vxerrors.h"
+#include "vxmsgdialog.h"
+
+#include <QtGui/QCloseEvent>
 
 #include <QtGui/QActionGroup>
 #include <QtWidgets/QMessageBox>
@@ -32,6 +36,7 @@ MainWindow::MainWindow(const QString &translations, QWidget *parent)
     connect(ui.btnClose, &QPushButton::clicked, this, &QWidget::close);
     connect(ui.actionExit, &QAction::triggered, this, &QWidget::close);
     connect(ui.actionSaveTranslations, &QAction::triggered, this, &MainWindow::saveTranslations);
+    connect(ui.actionOpen, &QAction::triggered, this, &MainWindow::openFile);
     connect(ui.btnApply, &QPushButton::clicked, this, [this] {
         statusBar()->showMessage(ui.vexil->GetText(QStringLiteral("IDS_SAVED")), 3000);
     });
@@ -73,6 +78,33 @@ void MainWindow::languageChanged()
         actions.at(active - 1)->setChecked(true);
     const QString language = active >= 1 && active <= actions.size() ? actions.at(active - 1)->text() : QString();
     statusBar()->showMessage(ui.vexil->GetText(QStringLiteral("IDS_READY")).arg(language));
+}
+
+QDialog *MainWindow::createExitConfirmation() const
+{
+    return ui.vexil->CreateMessageDialog(ui.vexil->GetText(QStringLiteral("IDS_CONFIRM_EXIT")), mtConfirmation,
+                                         mbYes | mbNo);
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (m_confirmExit
+        && ui.vexil->MessageDlg(ui.vexil->GetText(QStringLiteral("IDS_CONFIRM_EXIT")), mtConfirmation, mbYes | mbNo)
+            != mrYes) {
+        event->ignore();
+        return;
+    }
+    m_second->close();
+    event->accept();
+}
+
+void MainWindow::openFile()
+{
+    TvxOpenDialog dialog(this);
+    dialog.SetVexil(ui.vexil);
+    dialog.setNameFilters({ui.vexil->GetText(QStringLiteral("IDS_FILTER_CUSTOMERS")) + QStringLiteral(" (*.csv *.txt)")});
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
+        statusBar()->showMessage(dialog.selectedFiles().first(), 5000);
 }
 
 void MainWindow::saveTranslations()

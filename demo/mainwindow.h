@@ -19,15 +19,24 @@ public:
     SecondWindow *secondWindow() const { return m_second; }
     /// Switches both windows to language @p number (from 1).
     void setLanguage(int number);
+    /// The exit confirmation, built but not shown.
+    QDialog *createExitConfirmation() const;
+    /// Whether closing asks first (the screenshot mode does not).
+    void setConfirmExit(bool on) { m_confirmExit = on; }
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     void buildLanguageMenu();
     void languageChanged();
     void saveTranslations();
+    void openFile();
 
     Ui::MainWindow ui;
     TVexilDispatcher *m_dispatcher;
     SecondWindow *m_second;
     QString m_translations;
-    QActionGroup *m_languages;
+    QActionGroup *m_languages = nullptr;
+    bool m_confirmExit = true;
 };

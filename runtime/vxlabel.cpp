@@ -14,7 +14,7 @@ TvxLabel::TvxLabel(const QString &text, QWidget *parent)
 {
 }
 
-void TvxLabel::SetShadowColor(const QColor &color)
+void TvxLabel::setShadowColor(const QColor &color)
 {
     if (color == m_shadowColor)
         return;
@@ -22,7 +22,7 @@ void TvxLabel::SetShadowColor(const QColor &color)
     update();
 }
 
-void TvxLabel::SetThreeDColor(const QColor &color)
+void TvxLabel::setThreeDColor(const QColor &color)
 {
     if (color == m_threeDColor)
         return;
@@ -30,7 +30,7 @@ void TvxLabel::SetThreeDColor(const QColor &color)
     update();
 }
 
-void TvxLabel::SetShadowDepth(int depth)
+void TvxLabel::setShadowDepth(int depth)
 {
     if (depth == m_shadowDepth)
         return;
@@ -39,7 +39,7 @@ void TvxLabel::SetShadowDepth(int depth)
     update();
 }
 
-void TvxLabel::SetWidthDepth(int depth)
+void TvxLabel::setWidthDepth(int depth)
 {
     if (depth == m_widthDepth)
         return;
@@ -48,7 +48,7 @@ void TvxLabel::SetWidthDepth(int depth)
     update();
 }
 
-void TvxLabel::SetShadowUp(bool up)
+void TvxLabel::setShadowUp(bool up)
 {
     if (up == m_shadowUp)
         return;
@@ -56,7 +56,7 @@ void TvxLabel::SetShadowUp(bool up)
     update();
 }
 
-void TvxLabel::SetThreeDLeft(bool left)
+void TvxLabel::setThreeDLeft(bool left)
 {
     if (left == m_threeDLeft)
         return;
@@ -64,7 +64,7 @@ void TvxLabel::SetThreeDLeft(bool left)
     update();
 }
 
-void TvxLabel::SetTextStyle(TTextStyle style)
+void TvxLabel::setTextStyle(TTextStyle style)
 {
     if (style == m_textStyle)
         return;
@@ -72,7 +72,7 @@ void TvxLabel::SetTextStyle(TTextStyle style)
     update();
 }
 
-void TvxLabel::SetShowAccelChar(bool show)
+void TvxLabel::setShowAccelChar(bool show)
 {
     if (show == m_showAccelChar)
         return;

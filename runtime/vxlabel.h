@@ -13,14 +13,14 @@
 class VEXIL_EXPORT TvxLabel : public QLabel
 {
     Q_OBJECT
-    Q_PROPERTY(QColor ShadowColor READ ShadowColor WRITE SetShadowColor)
-    Q_PROPERTY(QColor ThreeDColor READ ThreeDColor WRITE SetThreeDColor)
-    Q_PROPERTY(int ShadowDepth READ ShadowDepth WRITE SetShadowDepth)
-    Q_PROPERTY(int WidthDepth READ WidthDepth WRITE SetWidthDepth)
-    Q_PROPERTY(bool ShadowUp READ ShadowUp WRITE SetShadowUp)
-    Q_PROPERTY(bool ThreeDLeft READ ThreeDLeft WRITE SetThreeDLeft)
-    Q_PROPERTY(TTextStyle TextStyle READ TextStyle WRITE SetTextStyle)
-    Q_PROPERTY(bool ShowAccelChar READ ShowAccelChar WRITE SetShowAccelChar)
+    Q_PROPERTY(QColor ShadowColor READ ShadowColor WRITE setShadowColor)
+    Q_PROPERTY(QColor ThreeDColor READ ThreeDColor WRITE setThreeDColor)
+    Q_PROPERTY(int ShadowDepth READ ShadowDepth WRITE setShadowDepth)
+    Q_PROPERTY(int WidthDepth READ WidthDepth WRITE setWidthDepth)
+    Q_PROPERTY(bool ShadowUp READ ShadowUp WRITE setShadowUp)
+    Q_PROPERTY(bool ThreeDLeft READ ThreeDLeft WRITE setThreeDLeft)
+    Q_PROPERTY(TTextStyle TextStyle READ TextStyle WRITE setTextStyle)
+    Q_PROPERTY(bool ShowAccelChar READ ShowAccelChar WRITE setShowAccelChar)
 public:
     enum TTextStyle { tsNone, tsRaised, tsRecessed, tsShadow };
     Q_ENUM(TTextStyle)
@@ -30,28 +30,28 @@ public:
 
     /// Colour of the shadow pass; the palette's button-shadow colour at first.
     QColor ShadowColor() const { return m_shadowColor; }
-    void SetShadowColor(const QColor &color);
+    void setShadowColor(const QColor &color);
     /// Colour of the highlight pass; the palette's button-highlight colour at first.
     QColor ThreeDColor() const { return m_threeDColor; }
-    void SetThreeDColor(const QColor &color);
+    void setThreeDColor(const QColor &color);
     /// Offset of the shadow pass in pixels (2).
     int ShadowDepth() const { return m_shadowDepth; }
-    void SetShadowDepth(int depth);
+    void setShadowDepth(int depth);
     /// Offset of the highlight pass in pixels (-1).
     int WidthDepth() const { return m_widthDepth; }
-    void SetWidthDepth(int depth);
+    void setWidthDepth(int depth);
     /// Direction of the shadow pass.
     bool ShadowUp() const { return m_shadowUp; }
-    void SetShadowUp(bool up);
+    void setShadowUp(bool up);
     /// Direction of the highlight pass.
     bool ThreeDLeft() const { return m_threeDLeft; }
-    void SetThreeDLeft(bool left);
+    void setThreeDLeft(bool left);
     /// The look painted (tsRecessed).
     TTextStyle TextStyle() const { return m_textStyle; }
-    void SetTextStyle(TTextStyle style);
+    void setTextStyle(TTextStyle style);
     /// Whether "&" marks an accelerator (true) or is shown as it is.
     bool ShowAccelChar() const { return m_showAccelChar; }
-    void SetShowAccelChar(bool show);
+    void setShowAccelChar(bool show);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

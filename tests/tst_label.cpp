@@ -37,8 +37,8 @@ void setUp(TvxLabel &label, const QString &text)
     p.setColor(QPalette::Disabled, QPalette::WindowText, grey);
     label.setPalette(p);
     label.setAutoFillBackground(true);
-    label.SetShadowColor(shadow);
-    label.SetThreeDColor(highlight);
+    label.setShadowColor(shadow);
+    label.setThreeDColor(highlight);
     label.setAlignment(Qt::AlignCenter);
     label.resize(160, 80);
 }
@@ -111,9 +111,9 @@ void TstLabel::passOffsets()
     QFETCH(QPoint, highlightShift);
     TvxLabel label;
     setUp(label, QStringLiteral("IH"));
-    label.SetTextStyle(TvxLabel::TTextStyle(style));
-    label.SetShadowUp(shadowUp);
-    label.SetThreeDLeft(threeDLeft);
+    label.setTextStyle(TvxLabel::TTextStyle(style));
+    label.setShadowUp(shadowUp);
+    label.setThreeDLeft(threeDLeft);
     const QImage image = render(label);
     const QRect text = boxOf(image, front);
     QVERIFY(!text.isEmpty());
@@ -137,7 +137,7 @@ void TstLabel::disabledGreysOnlyTheFront()
 {
     TvxLabel label;
     setUp(label, QStringLiteral("IH"));
-    label.SetTextStyle(TvxLabel::tsRaised);
+    label.setTextStyle(TvxLabel::tsRaised);
     label.setEnabled(false);
     const QImage image = render(label);
     QVERIFY(boxOf(image, front).isEmpty());
@@ -150,13 +150,13 @@ void TstLabel::accelerators()
 {
     TvxLabel label;
     setUp(label, QStringLiteral("&H"));
-    label.SetTextStyle(TvxLabel::tsNone);
+    label.setTextStyle(TvxLabel::tsNone);
     label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
     const int accelWidth = boxOf(render(label), front).width();
-    label.SetShowAccelChar(false);
+    label.setShowAccelChar(false);
     const QImage literal = render(label);
     QVERIFY(boxOf(literal, front).width() > accelWidth + 10); // the "&" is drawn now
-    label.SetTextStyle(TvxLabel::tsShadow);
+    label.setTextStyle(TvxLabel::tsShadow);
     QVERIFY(boxOf(render(label), shadow).width() > accelWidth + 10); // in every pass
 
     label.setWordWrap(true);
@@ -174,14 +174,14 @@ void TstLabel::repaintsOnlyOnChange()
     QVERIFY(QTest::qWaitForWindowExposed(&label));
     QCoreApplication::processEvents();
     const int before = label.paints;
-    label.SetShadowDepth(2);
-    label.SetWidthDepth(-1);
-    label.SetTextStyle(TvxLabel::tsRecessed);
-    label.SetShadowColor(shadow);
-    label.SetShadowUp(false);
+    label.setShadowDepth(2);
+    label.setWidthDepth(-1);
+    label.setTextStyle(TvxLabel::tsRecessed);
+    label.setShadowColor(shadow);
+    label.setShadowUp(false);
     QCoreApplication::processEvents();
     QCOMPARE(label.paints, before);
-    label.SetShadowColor(Qt::yellow);
+    label.setShadowColor(Qt::yellow);
     QTRY_VERIFY(label.paints > before);
 }
 
