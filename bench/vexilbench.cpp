@@ -294,7 +294,11 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     parser.addHelpOption();
     QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("Fewer repetitions."));
+    QCommandLineOption only(QStringLiteral("only"),
+                            QStringLiteral("Run one group: switch, gettext, buildlist or files (for profiling)."),
+                            QStringLiteral("group"));
     parser.addOption(quick);
+    parser.addOption(only);
     parser.process(app);
     const int reps = parser.isSet(quick) ? 3 : 7;
 
@@ -302,19 +306,26 @@ int main(int argc, char *argv[])
     const QDir dir(tmp.path());
     Figures out;
 
-    benchSwitch(out, dir, 1000, reps);
-    benchGetText(out, dir, {1000, 10000, 100000}, reps);
+    const QString group = parser.value(only);
+    auto wanted = [&group](const char *name) { return group.isEmpty() || group == QLatin1String(name); };
 
-    const double b1 = buildListMs(1000, reps);
-    const double b2 = buildListMs(2000, reps);
-    out.add(QStringLiteral("buildlist_1000_ms"), b1);
-    out.add(QStringLiteral("buildlist_2000_ms"), b2);
-    out.add(QStringLiteral("buildlist_scaling"), b2 / b1);
-
-    double l1 = 0, l2 = 0;
-    benchFiles(out, dir, 50000, reps, &l1);
-    benchFiles(out, dir, 100000, reps, &l2);
-    out.add(QStringLiteral("load_scaling"), l2 / l1);
+    if (wanted("switch"))
+        benchSwitch(out, dir, 1000, reps);
+    if (wanted("gettext"))
+        benchGetText(out, dir, {1000, 10000, 100000}, reps);
+    if (wanted("buildlist")) {
+        const double b1 = buildListMs(1000, reps);
+        const double b2 = buildListMs(2000, reps);
+        out.add(QStringLiteral("buildlist_1000_ms"), b1);
+        out.add(QStringLiteral("buildlist_2000_ms"), b2);
+        out.add(QStringLiteral("buildlist_scaling"), b2 / b1);
+    }
+    if (wanted("files")) {
+        double l1 = 0, l2 = 0;
+        benchFiles(out, dir, 50000, reps, &l1);
+        benchFiles(out, dir, 100000, reps, &l2);
+        out.add(QStringLiteral("load_scaling"), l2 / l1);
+    }
 
     for (const auto &line : std::as_const(out.lines))
         std::printf("%s: %s\n", qPrintable(line.first), qPrintable(line.second));

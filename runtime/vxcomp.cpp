@@ -9,6 +9,7 @@
 #include "vxpropinfolist.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QScopeGuard>
 #include <QtGui/QAction>
 
 namespace {
@@ -259,25 +260,27 @@ void TvxCustomLang::SetVersion(const QString &)
 
 int TvxCustomLang::findKeyLine(const TvxStringList *list, const QString &key) const
 {
-    // The index knows keys as the first field; a line that starts with the
-    // delimiter or has none has a different key here, so such a candidate
-    // sends the search the slow way.
-    const int i = list->indexOfKey(key, m_langDelim);
-    if (i < 0 || key.isEmpty()) {
-        if (!key.isEmpty())
-            return -1;
-    } else {
-        const QString &line = list->at(i);
-        const int d = line.indexOf(m_langDelim);
-        if (d > 0)
-            return i;
+    // The key here is the text before the first delimiter. The index knows
+    // keys as the first field, which is the same for every well-formed line;
+    // a candidate that starts with the delimiter or has none sends the
+    // search the slow way.
+    if (key.isEmpty()) {
+        for (int j = 0; j < list->count(); ++j) {
+            if (list->at(j).indexOf(m_langDelim) <= 0)
+                return j;
+        }
+        return -1;
     }
+    const int i = list->indexOfKey(key, m_langDelim);
+    if (i < 0)
+        return -1;
+    if (list->at(i).indexOf(m_langDelim) > 0)
+        return i;
     const QString upper = Vexil::upperKey(key);
     for (int j = 0; j < list->count(); ++j) {
         const QString &line = list->at(j);
         const int d = line.indexOf(m_langDelim);
-        const QString lineKey = d >= 0 ? line.left(d) : QString();
-        if (Vexil::upperKey(lineKey) == upper)
+        if (d > 0 && Vexil::upperKey(line.left(d)) == upper)
             return j;
     }
     return -1;
@@ -555,6 +558,10 @@ void TvxCustomLang::SetActLang(int value)
         throw ELanguageError(outOfRangeMessage(value, "Value must be within [1..NumOfLanguages] !"));
     }
     m_lastAssigned = -1;
+    // One walk over the form serves both the build and the switch.
+    const TvxComponentList switchComponents(m_owner);
+    m_switchComponents = &switchComponents;
+    auto done = qScopeGuard([this] { m_switchComponents = nullptr; });
     if (m_dispatcher || !loading)
         BuildList();
     m_activeLanguage = value;
@@ -594,7 +601,9 @@ void TvxCustomLang::applyFormTexts(QWidget *form)
         const QString family = firstText(Fonts());
         // The form's character-set line is keyed by its class name; a line
         // under its object name takes precedence.
-        QString charSet = GetStringValue(CharSets(), form->objectName(), m_activeLanguage);
+        QString charSet = form->objectName().isEmpty()
+            ? QString()
+            : GetStringValue(CharSets(), form->objectName(), m_activeLanguage);
         if (charSet.isEmpty())
             charSet = GetStringValue(CharSets(), QString::fromLatin1(form->metaObject()->className()), m_activeLanguage);
         TvxPropAccess::applyFont(form, family, Vexil::charSetValue(charSet));
@@ -603,9 +612,9 @@ void TvxCustomLang::applyFormTexts(QWidget *form)
 
 void TvxCustomLang::ChangeLanguage()
 {
-    QObject *owner = m_owner;
-    TvxComponentList components(owner);
-    if (auto *form = qobject_cast<QWidget *>(owner))
+    std::unique_ptr<TvxComponentList> own;
+    const TvxComponentList &components = this->components(own);
+    if (auto *form = qobject_cast<QWidget *>(m_owner.data()))
         applyFormTexts(form);
 
     auto wanted = [this](std::initializer_list<int> types) {
@@ -639,11 +648,37 @@ void TvxCustomLang::ChangeLanguage()
     Q_EMIT languageChanged();
 }
 
+bool TvxCustomLang::columnHasText(TStringsType type, int lang) const
+{
+    const TvxStringList *list = table(type);
+    ColumnTexts &c = m_columns[type];
+    if (c.version != list->version() || c.delim != m_langDelim) {
+        c.version = list->version();
+        c.delim = m_langDelim;
+        c.hasText.clear();
+    }
+    if (lang < c.hasText.size())
+        return c.hasText.at(lang);
+    c.hasText.resize(lang + 1);
+    for (int l = 1; l <= lang; ++l) {
+        bool any = false;
+        for (int i = 0; i < list->count() && !any; ++i)
+            any = !ExtractWord(l + 1, list->at(i), m_langDelim).isEmpty();
+        c.hasText[l] = any;
+    }
+    return c.hasText.at(lang);
+}
+
 void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &components)
 {
     TvxStringList *list = table(type);
     if (type != stLocales)
         delOldNames(list, type, components);
+    // A language without a single text in this table (and, for fonts, in
+    // the character sets) writes nothing when empty texts change nothing.
+    if (m_translateType == ttNoChange && type != stLocales && !columnHasText(type, m_activeLanguage)
+        && (type != stFonts || !columnHasText(stCharSets, m_activeLanguage)))
+        return;
     const bool ownerIsForm = qobject_cast<QWidget *>(m_owner) != nullptr;
     int first = 0;
     if (ownerIsForm && (type == stCaptions || type == stHints || type == stFonts))
@@ -651,9 +686,6 @@ void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &com
 
     TvxLocaleSettings *locale = TvxLocaleSettings::instance();
     for (int i = first; i < list->count(); ++i) {
-        const QString &line = list->at(i);
-        const int d = line.indexOf(m_langDelim);
-        const QString key = d >= 0 ? line.left(d) : line;
         if (type == stLocales) {
             if (i >= TvxLocaleSettings::ItemCount)
                 break;
@@ -662,30 +694,38 @@ void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &com
                 locale->setValue(TvxLocaleSettings::Item(i), text);
             continue;
         }
+        // An empty text writes nothing (a font line may still carry a
+        // character set), so most untranslated lines end here.
+        const QString text = textForApply(list, i);
+        if (text.isEmpty() && type != stFonts)
+            continue;
+        const QString &line = list->at(i);
+        const int d = line.indexOf(m_langDelim);
+        const QString key = d >= 0 ? line.left(d) : line;
         const QString name = componentOfKey(key, type);
         if (isDoNotTranslate(name))
             continue;
-        const QString text = textForApply(list, i);
+        if (type == stFonts) {
+            const int charSet = Vexil::charSetValue(GetStringValue(CharSets(), name, m_activeLanguage));
+            if (text.isEmpty() && charSet < 0)
+                continue;
+            if (QObject *object = components.findOrOwner(name))
+                TvxPropAccess::applyFont(object, text, charSet);
+            continue;
+        }
         QObject *object = components.findOrOwner(name);
         if (!object)
             continue;
         switch (type) {
-        case stFonts: {
-            const QString charSet = GetStringValue(CharSets(), name, m_activeLanguage);
-            TvxPropAccess::applyFont(object, text, Vexil::charSetValue(charSet));
-            break;
-        }
         case stMultiLines:
-            if (!text.isEmpty())
-                TvxPropAccess::writeLines(object, propertyOfKey(key), TvxStringList::fromCommaText(text));
+            TvxPropAccess::writeLines(object, propertyOfKey(key), TvxStringList::fromCommaText(text));
             break;
         case stOtherStrings:
-            if (!text.isEmpty())
-                TvxPropAccess::writeString(object, propertyOfKey(key), text);
+            TvxPropAccess::writeString(object, propertyOfKey(key), text);
             break;
         default: {
             const QString property = hookedProperty(type, object);
-            if (!text.isEmpty() && !property.isEmpty())
+            if (!property.isEmpty())
                 TvxPropAccess::writeString(object, property, text);
             break;
         }
@@ -713,11 +753,36 @@ void TvxCustomLang::applyCollections(const TvxComponentList &components)
 
 // --- discovery -------------------------------------------------------------
 
+QList<quint64> TvxCustomLang::buildInputs(const TvxComponentList &components) const
+{
+    // Everything a run-time build reads: the components, the tables it
+    // edits, the do-not-translate list and the language count.
+    QList<quint64> inputs;
+    inputs.reserve(stListView_TreeView_Items + 3);
+    for (int t = 0; t < stListView_TreeView_Items; ++t)
+        inputs << m_tables[t]->version();
+    inputs << m_doNotTranslate->version() << quint64(m_numLanguages) << components.fingerprint();
+    return inputs;
+}
+
+const TvxComponentList &TvxCustomLang::components(std::unique_ptr<TvxComponentList> &own) const
+{
+    if (m_switchComponents)
+        return *m_switchComponents;
+    own = std::make_unique<TvxComponentList>(m_owner);
+    return *own;
+}
+
 void TvxCustomLang::BuildList()
 {
     if (isLoading() || !m_owner)
         return;
-    TvxComponentList components(m_owner);
+    std::unique_ptr<TvxComponentList> own;
+    const TvxComponentList &components = this->components(own);
+    // At run time a build from unchanged inputs would change nothing.
+    QList<quint64> inputs = m_designing ? QList<quint64>() : buildInputs(components);
+    if (!m_designing && !m_stale && inputs == m_builtFrom)
+        return;
     if (auto *form = qobject_cast<QWidget *>(m_owner.data()))
         buildFormLines(form);
 
@@ -731,6 +796,7 @@ void TvxCustomLang::BuildList()
     scanCollections(components);
     checkRmdProps(components);
     m_stale.reset();
+    m_builtFrom = m_designing ? QList<quint64>() : buildInputs(components);
 }
 
 void TvxCustomLang::buildFormLines(QWidget *form)
@@ -895,6 +961,9 @@ void TvxCustomLang::delOldNames(TvxStringList *list, TStringsType type, const Tv
     // Without an owner there are no components to measure the lines against.
     if (!list || !m_owner || type == stDlgsCaptions || type == stStrings || type == stLocales)
         return;
+    const QPair<quint64, quint64> state(list->version(), components.fingerprint());
+    if (type < stListView_TreeView_Items && m_cleanFor[type] == state && list == table(type))
+        return;
     QStringList kept;
     kept.reserve(list->count());
     QStringList removedFonts;
@@ -932,8 +1001,11 @@ void TvxCustomLang::delOldNames(TvxStringList *list, TStringsType type, const Tv
         if (type == stFonts)
             removedFonts << name;
     }
-    if (!changed)
+    if (!changed) {
+        if (type < stListView_TreeView_Items && list == table(type))
+            m_cleanFor[type] = state;
         return;
+    }
     list->setLines(kept);
     if (!removedFonts.isEmpty()) {
         // A vanished component's character set goes with its font.

@@ -267,6 +267,8 @@ private:
     void applyFormTexts(QWidget *form);
     QString textForApply(const TvxStringList *list, int index) const;
     void buildFormLines(QWidget *form);
+    QList<quint64> buildInputs(const TvxComponentList &components) const;
+    const TvxComponentList &components(std::unique_ptr<TvxComponentList> &own) const;
     void scanCategory(TStringsType type, const TvxComponentList &components);
     void scanOtherStrings(const TvxComponentList &components);
     void scanCollections(const TvxComponentList &components);
@@ -296,6 +298,24 @@ private:
     TVexilOptions m_options;
     TvxLoadWatcher *m_loadWatcher = nullptr;
     std::unique_ptr<StaleLines> m_stale;
+    // What the tables were last built from; a build that would start from
+    // the same has nothing to do.
+    QList<quint64> m_builtFrom;
+    // Per table, the table version and component digest it was last found
+    // clean against: the cleaning pass has nothing to do while both hold.
+    QPair<quint64, quint64> m_cleanFor[stListView_TreeView_Items];
+    // The components of the owner while one switch builds and applies.
+    const TvxComponentList *m_switchComponents = nullptr;
+    // Per table, whether a language's column holds any text, for the table
+    // version it was counted on: a switch skips tables with nothing to write.
+    struct ColumnTexts
+    {
+        quint64 version = ~0ull;
+        QChar delim;
+        QList<bool> hasText; // index: language number
+    };
+    mutable ColumnTexts m_columns[stListView_TreeView_Items];
+    bool columnHasText(TStringsType type, int lang) const;
     bool m_bulkLoading = false;
 };
 

@@ -1,6 +1,8 @@
 #include "vxcomponents.h"
 
 #include "vxcomp.h"
+#include "vxpropaccess.h"
+#include "vxpropinfolist.h"
 
 #include <QtWidgets/QWidget>
 
@@ -27,6 +29,7 @@ TvxComponentList::TvxComponentList(QObject *owner)
     if (!owner)
         return;
     m_ownerClass = QString::fromLatin1(owner->metaObject()->className());
+    m_fingerprint = qHashMulti(0, quintptr(owner), quintptr(owner->metaObject()));
     collect(owner);
 }
 
@@ -40,6 +43,13 @@ void TvxComponentList::collect(QObject *parent)
             m_components.append(child);
             if (!m_byName.contains(name))
                 m_byName.insert(name, child);
+            quint64 h = qHashMulti(m_fingerprint, quintptr(child), quintptr(child->metaObject()), name);
+            if (TvxPropInfoList::hasCollections(child)) {
+                const TvxPropInfoList collections(child, TvxPropInfo::Collection);
+                for (const TvxPropInfo &info : collections.items())
+                    h = qHashMulti(h, TvxPropAccess::collectionCount(child, info.name));
+            }
+            m_fingerprint = h;
         }
         if (isSeparateWindow(child) || hasOwnTranslationComponent(child))
             continue;

@@ -34,6 +34,10 @@ public:
 
     QString ownerClassName() const { return m_ownerClass; }
 
+    /// A digest of the components' identities, classes, names and collection
+    /// sizes: equal digests mean nothing a table depends on has changed.
+    quint64 fingerprint() const { return m_fingerprint; }
+
 private:
     void collect(QObject *parent);
 
@@ -41,4 +45,5 @@ private:
     QString m_ownerClass;
     QList<QObject *> m_components;
     QHash<QString, QObject *> m_byName;
+    quint64 m_fingerprint = 0;
 };

@@ -6,7 +6,11 @@
 #include <QtGui/QFontDatabase>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
+#include <QtGui/QAction>
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QGroupBox>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QTabWidget>
@@ -84,18 +88,99 @@ void coverCharSet(QFont &font, int charSet)
         font.setFamilies({family, candidates.first()});
 }
 
+
+// The captions and hints of the common widgets are read and written
+// without going through QVariant: a language switch touches little else.
+// Each returns false when the object is none of those widgets.
+enum class Direct { Text, ToolTip, Title, None };
+
+Direct directKind(const QString &property)
+{
+    if (property == QLatin1String("text"))
+        return Direct::Text;
+    if (property == QLatin1String("toolTip"))
+        return Direct::ToolTip;
+    if (property == QLatin1String("title"))
+        return Direct::Title;
+    return Direct::None;
+}
+
+bool directRead(const QObject *object, Direct kind, QString *value)
+{
+    switch (kind) {
+    case Direct::Text:
+        if (auto *b = qobject_cast<const QAbstractButton *>(object))
+            return *value = b->text(), true;
+        if (auto *l = qobject_cast<const QLabel *>(object))
+            return *value = l->text(), true;
+        if (auto *a = qobject_cast<const QAction *>(object))
+            return *value = a->text(), true;
+        return false;
+    case Direct::ToolTip:
+        if (object->isWidgetType())
+            return *value = static_cast<const QWidget *>(object)->toolTip(), true;
+        if (auto *a = qobject_cast<const QAction *>(object))
+            return *value = a->toolTip(), true;
+        return false;
+    case Direct::Title:
+        if (auto *g = qobject_cast<const QGroupBox *>(object))
+            return *value = g->title(), true;
+        return false;
+    case Direct::None:
+        return false;
+    }
+    return false;
+}
+
+void directWrite(QObject *object, Direct kind, const QString &value)
+{
+    switch (kind) {
+    case Direct::Text:
+        if (auto *b = qobject_cast<QAbstractButton *>(object))
+            b->setText(value);
+        else if (auto *l = qobject_cast<QLabel *>(object))
+            l->setText(value);
+        else if (auto *a = qobject_cast<QAction *>(object))
+            a->setText(value);
+        break;
+    case Direct::ToolTip:
+        if (object->isWidgetType())
+            static_cast<QWidget *>(object)->setToolTip(value);
+        else if (auto *a = qobject_cast<QAction *>(object))
+            a->setToolTip(value);
+        break;
+    case Direct::Title:
+        if (auto *g = qobject_cast<QGroupBox *>(object))
+            g->setTitle(value);
+        break;
+    case Direct::None:
+        break;
+    }
+}
+
 } // namespace
 
 namespace TvxPropAccess {
 
 QString readString(const QObject *object, const QString &property)
 {
+    QString value;
+    if (directRead(object, directKind(property), &value))
+        return value;
     const QMetaProperty p = metaProperty(object, property);
     return p.isValid() ? p.read(object).toString() : QString();
 }
 
 bool writeString(QObject *object, const QString &property, const QString &value)
 {
+    const Direct kind = directKind(property);
+    QString current;
+    if (directRead(object, kind, &current)) {
+        if (current == value)
+            return false;
+        directWrite(object, kind, value);
+        return true;
+    }
     const QMetaProperty p = metaProperty(object, property);
     if (!p.isValid() || p.read(object).toString() == value)
         return false;

@@ -20,6 +20,8 @@ struct ClassProps
 {
     QList<TvxPropInfo> props;
     QHash<QString, int> byUpperName;
+    QHash<QString, int> byName; // as written: most look-ups need no upper-casing
+    bool hasCollections = false;
     QString caption; // "text" or "title" when the class has one
     bool hasWindowTitle = false;
     QList<TvxPropInfo> otherStrings; // without the caption and window title
@@ -99,8 +101,11 @@ ClassProps buildClassProps(const QObject *object)
     if (qobject_cast<const QToolBox *>(object))
         addPseudo(c, "Pages", TvxPropInfo::Collection);
 
-    for (int i = 0; i < c.props.size(); ++i)
+    for (int i = 0; i < c.props.size(); ++i) {
         c.byUpperName.insert(c.props.at(i).name.toUpper(), i);
+        c.byName.insert(c.props.at(i).name, i);
+        c.hasCollections = c.hasCollections || c.props.at(i).kind == TvxPropInfo::Collection;
+    }
 
     for (const TvxPropInfo &info : std::as_const(c.props)) {
         if (info.kind != TvxPropInfo::String || info.name == c.caption
@@ -182,8 +187,15 @@ const TvxPropInfo *TvxPropInfoList::findProperty(const QObject *object, const QS
     if (!object)
         return nullptr;
     const ClassProps &c = classProps(object);
-    const int i = c.byUpperName.value(name.toUpper(), -1);
+    int i = c.byName.value(name, -1);
+    if (i < 0)
+        i = c.byUpperName.value(name.toUpper(), -1);
     return i >= 0 ? &c.props.at(i) : nullptr;
+}
+
+bool TvxPropInfoList::hasCollections(const QObject *object)
+{
+    return object && classProps(object).hasCollections;
 }
 
 QString TvxPropInfoList::captionProperty(const QObject *object)

@@ -52,6 +52,9 @@ public:
     /// Constant time: it uses the shared per-class index.
     static const TvxPropInfo *findProperty(const QObject *object, const QString &name);
 
+    /// Whether @p object has item lists ("Columns", "Tabs", "Pages").
+    static bool hasCollections(const QObject *object);
+
     /// The property that carries an object's caption: the first of "text",
     /// "title" and "windowTitle" it has (the window title only for windows,
     /// dock widgets and tool bars). Empty when there is none.

@@ -9,6 +9,7 @@ TvxStringList::TvxStringList(QObject *parent)
 
 void TvxStringList::touched()
 {
+    ++m_version;
     if (m_updateCount > 0)
         m_pendingChange = true;
     else
@@ -33,11 +34,8 @@ int TvxStringList::append(const QString &line)
 {
     m_lines.append(line);
     const int i = m_lines.size() - 1;
-    if (m_indexValid) {
-        const QString key = Vexil::upperKey(keyOf(line, m_indexDelim));
-        if (!m_index.contains(key))
-            m_index.insert(key, i);
-    }
+    if (m_indexValid)
+        indexLine(i);
     touched();
     return i;
 }
@@ -218,16 +216,27 @@ QString TvxStringList::keyOf(const QString &line, QChar delim)
     return ExtractWord(1, line, delim);
 }
 
+void TvxStringList::indexLine(int i) const
+{
+    const QString key = keyOf(m_lines.at(i), m_indexDelim);
+    if (m_exact.contains(key))
+        return;
+    const QString upper = Vexil::upperKey(key);
+    auto it = m_index.find(upper);
+    if (it == m_index.end())
+        it = m_index.insert(upper, i); // an earlier line of the same key keeps its place
+    m_exact.insert(key, it.value());
+}
+
 void TvxStringList::rebuildIndex(QChar delim) const
 {
     m_index.clear();
+    m_exact.clear();
     m_index.reserve(m_lines.size());
-    for (int i = 0; i < m_lines.size(); ++i) {
-        const QString key = Vexil::upperKey(keyOf(m_lines.at(i), delim));
-        if (!m_index.contains(key))
-            m_index.insert(key, i);
-    }
+    m_exact.reserve(m_lines.size());
     m_indexDelim = delim;
+    for (int i = 0; i < m_lines.size(); ++i)
+        indexLine(i);
     m_indexValid = true;
 }
 
@@ -235,5 +244,10 @@ int TvxStringList::indexOfKey(const QString &key, QChar delim) const
 {
     if (!m_indexValid || m_indexDelim != delim)
         rebuildIndex(delim);
+    // Keys are mostly asked for as they are written; only other spellings
+    // need upper-casing.
+    const auto exact = m_exact.constFind(key);
+    if (exact != m_exact.cend())
+        return exact.value();
     return m_index.value(Vexil::upperKey(key), -1);
 }

@@ -52,6 +52,9 @@ public:
     QString text() const;
     void setText(const QString &text);
 
+    /// A number that changes with every change of the lines.
+    quint64 version() const { return m_version; }
+
     /// Changes between beginUpdate() and endUpdate() emit changed() once.
     void beginUpdate();
     void endUpdate();
@@ -69,12 +72,15 @@ private:
     void touched();
     void invalidateIndex() { m_indexValid = false; }
     void rebuildIndex(QChar delim) const;
+    void indexLine(int i) const;
 
     QStringList m_lines;
     int m_updateCount = 0;
     bool m_pendingChange = false;
+    quint64 m_version = 0;
 
-    mutable QHash<QString, int> m_index;
+    mutable QHash<QString, int> m_index; // upper-cased key -> first line with that key
+    mutable QHash<QString, int> m_exact; // key as written -> the same answer, without upper-casing
     mutable QChar m_indexDelim;
     mutable bool m_indexValid = false;
 };
