@@ -163,11 +163,22 @@ void benchSwitch(Figures &out, const QDir &dir, int n, int reps)
     vx.BuildList();
     fillTranslations(vx);
 
+    // Every switch must really have written the texts: checked outside the timing.
+    auto check = [&form](int lang) {
+        for (size_t i = 0; i < form.objects.size(); i += 97) {
+            const QString expected = lang == 1 ? englishText(int(i)) : translatedText(lang, int(i));
+            if (form.objects[i]->property("text").toString() != expected)
+                qFatal("switch to language %d left %s", lang, qPrintable(form.objects[i]->objectName()));
+        }
+    };
     std::vector<double> ours;
     for (int r = 0; r < reps; ++r) {
-        ours.push_back(timeMs([&] { vx.SetActLang(2); }) );
-        ours.push_back(timeMs([&] { vx.SetActLang(3); }) );
+        ours.push_back(timeMs([&] { vx.SetActLang(2); }));
+        check(2);
+        ours.push_back(timeMs([&] { vx.SetActLang(3); }));
+        check(3);
         vx.SetActLang(1);
+        check(1);
     }
 
     // Qt's path on a twin form: load the language's .qm, install it, retranslate.
@@ -184,6 +195,8 @@ void benchSwitch(Figures &out, const QDir &dir, int n, int reps)
                 QCoreApplication::installTranslator(t);
                 twin.retranslate();
             }));
+            if (twin.objects[3]->property("text").toString() != translatedText(t == &tr2 ? 2 : 3, 3))
+                qFatal("the translator did not translate");
             QCoreApplication::removeTranslator(t);
         }
     }

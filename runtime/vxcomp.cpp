@@ -319,10 +319,9 @@ QString TvxCustomLang::GetTextFrom(const TvxStringList *list, const QString &id,
         return QString();
     const int i = list->indexOfKey(id, m_langDelim);
     if (i >= 0) {
-        const QString &line = list->at(i);
-        QString result = ExtractWord(m_activeLanguage + 1, line, m_langDelim);
+        QString result = list->field(i, m_activeLanguage + 1, m_langDelim);
         if (result.isEmpty() && useDefault)
-            result = ExtractWord(2, line, m_langDelim);
+            result = ExtractWord(2, list->at(i), m_langDelim);
         return result;
     }
     TStringsType external;
@@ -685,6 +684,8 @@ void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &com
         first = 1;
 
     TvxLocaleSettings *locale = TvxLocaleSettings::instance();
+    const bool byBinding = type != stFonts && type != stMultiLines && type != stLocales;
+    const Bindings *resolved = byBinding ? &bindings(type, components) : nullptr;
     for (int i = first; i < list->count(); ++i) {
         if (type == stLocales) {
             if (i >= TvxLocaleSettings::ItemCount)
@@ -699,38 +700,51 @@ void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &com
         const QString text = textForApply(list, i);
         if (text.isEmpty() && type != stFonts)
             continue;
-        const QString &line = list->at(i);
-        const int d = line.indexOf(m_langDelim);
-        const QString key = d >= 0 ? line.left(d) : line;
-        const QString name = componentOfKey(key, type);
-        if (isDoNotTranslate(name))
-            continue;
-        if (type == stFonts) {
-            const int charSet = Vexil::charSetValue(GetStringValue(CharSets(), name, m_activeLanguage));
-            if (text.isEmpty() && charSet < 0)
+        if (type == stFonts || type == stMultiLines) {
+            const QString &line = list->at(i);
+            const int d = line.indexOf(m_langDelim);
+            const QString key = d >= 0 ? line.left(d) : line;
+            const QString name = componentOfKey(key, type);
+            if (isDoNotTranslate(name))
                 continue;
-            if (QObject *object = components.findOrOwner(name))
-                TvxPropAccess::applyFont(object, text, charSet);
+            QObject *object = components.findOrOwner(name);
+            if (type == stFonts) {
+                const int charSet = Vexil::charSetValue(GetStringValue(CharSets(), name, m_activeLanguage));
+                if (object && (!text.isEmpty() || charSet >= 0))
+                    TvxPropAccess::applyFont(object, text, charSet);
+            } else if (object) {
+                TvxPropAccess::writeLines(object, propertyOfKey(key), TvxStringList::fromCommaText(text));
+            }
             continue;
         }
-        QObject *object = components.findOrOwner(name);
-        if (!object)
-            continue;
-        switch (type) {
-        case stMultiLines:
-            TvxPropAccess::writeLines(object, propertyOfKey(key), TvxStringList::fromCommaText(text));
-            break;
-        case stOtherStrings:
-            TvxPropAccess::writeString(object, propertyOfKey(key), text);
-            break;
-        default: {
-            const QString property = hookedProperty(type, object);
-            if (!property.isEmpty())
-                TvxPropAccess::writeString(object, property, text);
-            break;
-        }
-        }
+        const QPair<QObject *, QString> &target = resolved->lines.at(i);
+        if (target.first)
+            TvxPropAccess::writeString(target.first, target.second, text);
     }
+}
+
+const TvxCustomLang::Bindings &TvxCustomLang::bindings(TStringsType type, const TvxComponentList &components)
+{
+    TvxStringList *list = table(type);
+    Bindings &b = m_bindings[type];
+    const QList<quint64> key{list->version(), components.fingerprint(), m_langDelim.unicode(),
+                             m_doNotTranslate->version()};
+    if (b.key == key)
+        return b;
+    b.key = key;
+    b.lines.clear();
+    b.lines.reserve(list->count());
+    for (const QString &line : list->lines()) {
+        const int d = line.indexOf(m_langDelim);
+        const QString lineKey = d >= 0 ? line.left(d) : line;
+        const QString name = componentOfKey(lineKey, type);
+        QObject *object = isDoNotTranslate(name) ? nullptr : components.findOrOwner(name);
+        QString property;
+        if (object)
+            property = type == stOtherStrings ? propertyOfKey(lineKey) : hookedProperty(type, object);
+        b.lines.append({property.isEmpty() ? nullptr : object, property});
+    }
+    return b;
 }
 
 void TvxCustomLang::applyCollections(const TvxComponentList &components)

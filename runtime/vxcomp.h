@@ -315,6 +315,16 @@ private:
         QList<bool> hasText; // index: language number
     };
     mutable ColumnTexts m_columns[stListView_TreeView_Items];
+    // Per table, the object and property each line writes, for the table
+    // version, component digest, delimiter and do-not-translate list they
+    // were resolved against.
+    struct Bindings
+    {
+        QList<quint64> key;
+        QList<QPair<QObject *, QString>> lines;
+    };
+    Bindings m_bindings[stListView_TreeView_Items];
+    const Bindings &bindings(TStringsType type, const TvxComponentList &components);
     bool columnHasText(TStringsType type, int lang) const;
     bool m_bulkLoading = false;
 };

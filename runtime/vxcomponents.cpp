@@ -41,8 +41,6 @@ void TvxComponentList::collect(QObject *parent)
         // widget or the viewport of a scroll area hold the form's widgets.
         if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_"))) {
             m_components.append(child);
-            if (!m_byName.contains(name))
-                m_byName.insert(name, child);
             quint64 h = qHashMulti(m_fingerprint, quintptr(child), quintptr(child->metaObject()), name);
             if (TvxPropInfoList::hasCollections(child)) {
                 const TvxPropInfoList collections(child, TvxPropInfo::Collection);
@@ -57,6 +55,19 @@ void TvxComponentList::collect(QObject *parent)
     }
 }
 
+QObject *TvxComponentList::find(const QString &name) const
+{
+    if (m_byName.isEmpty() && !m_components.isEmpty()) {
+        m_byName.reserve(m_components.size());
+        for (QObject *object : m_components) {
+            const QString n = object->objectName();
+            if (!m_byName.contains(n))
+                m_byName.insert(n, object);
+        }
+    }
+    return m_byName.value(name);
+}
+
 QObject *TvxComponentList::findOrOwner(const QString &name) const
 {
     if (QObject *component = find(name))
@@ -66,5 +77,5 @@ QObject *TvxComponentList::findOrOwner(const QString &name) const
 
 bool TvxComponentList::knows(const QString &name) const
 {
-    return m_byName.contains(name) || name == m_ownerClass;
+    return find(name) || name == m_ownerClass;
 }

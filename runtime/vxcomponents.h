@@ -26,7 +26,7 @@ public:
     const QList<QObject *> &components() const { return m_components; }
 
     /// The first component named @p name, or nullptr.
-    QObject *find(const QString &name) const { return m_byName.value(name); }
+    QObject *find(const QString &name) const;
     /// find(), falling back to the owner when @p name is the owner's class name.
     QObject *findOrOwner(const QString &name) const;
     /// Whether @p name names a component or the owner's class.
@@ -44,6 +44,6 @@ private:
     QObject *m_owner;
     QString m_ownerClass;
     QList<QObject *> m_components;
-    QHash<QString, QObject *> m_byName;
+    mutable QHash<QString, QObject *> m_byName; // built on the first find()
     quint64 m_fingerprint = 0;
 };

@@ -271,6 +271,8 @@ void writeFont(QObject *object, const QFont &font)
 
 int readCharSet(const QObject *object)
 {
+    if (object->dynamicPropertyNames().isEmpty())
+        return DefaultCharSet; // cheaper than looking the property up by name
     bool ok = false;
     const int value = object->property(charSetProperty).toInt(&ok);
     return ok ? value : DefaultCharSet;

@@ -10,6 +10,7 @@ TvxStringList::TvxStringList(QObject *parent)
 void TvxStringList::touched()
 {
     ++m_version;
+    m_fieldNumber = -1;
     if (m_updateCount > 0)
         m_pendingChange = true;
     else
@@ -250,4 +251,19 @@ int TvxStringList::indexOfKey(const QString &key, QChar delim) const
     if (exact != m_exact.cend())
         return exact.value();
     return m_index.value(Vexil::upperKey(key), -1);
+}
+
+QString TvxStringList::field(int i, int n, QChar delim) const
+{
+    if (m_fieldNumber != n || m_fieldDelim != delim) {
+        m_fields = QList<QString>(m_lines.size());
+        m_fieldKnown = QList<bool>(m_lines.size(), false);
+        m_fieldNumber = n;
+        m_fieldDelim = delim;
+    }
+    if (!m_fieldKnown.at(i)) {
+        m_fields[i] = ExtractWord(n, m_lines.at(i), delim);
+        m_fieldKnown[i] = true;
+    }
+    return m_fields.at(i);
 }

@@ -62,6 +62,11 @@ public:
     /// First line whose key (the text before the first @p delim, or the
     /// field after a leading delimiter) equals @p key ignoring case, or -1.
     int indexOfKey(const QString &key, QChar delim) const;
+    /// Field @p n of line @p i as ExtractWord() gives it. The fields of the
+    /// last field number asked for are kept until the list changes, so
+    /// repeated look-ups of one language neither scan nor allocate.
+    QString field(int i, int n, QChar delim) const;
+
     /// The key of @p line as indexOfKey() sees it.
     static QString keyOf(const QString &line, QChar delim);
 
@@ -82,5 +87,10 @@ private:
     mutable QHash<QString, int> m_index; // upper-cased key -> first line with that key
     mutable QHash<QString, int> m_exact; // key as written -> the same answer, without upper-casing
     mutable QChar m_indexDelim;
+
+    mutable QList<QString> m_fields;
+    mutable QList<bool> m_fieldKnown;
+    mutable int m_fieldNumber = -1;
+    mutable QChar m_fieldDelim;
     mutable bool m_indexValid = false;
 };
