@@ -260,12 +260,14 @@ void benchGetText(Figures &out, const QDir &dir, const QList<int> &sizes, int re
 double buildListMs(int n, int reps)
 {
     std::vector<double> t;
-    for (int r = 0; r < reps; ++r) {
+    for (int r = -1; r < reps; ++r) { // round -1 warms up and is not counted
         BenchForm form(n);
         TVexil vx(&form);
         vx.Loaded();
         vx.SetNumLang(3);
-        t.push_back(timeMs([&] { vx.BuildList(); }));
+        const double ms = timeMs([&] { vx.BuildList(); });
+        if (r >= 0)
+            t.push_back(ms);
     }
     return median(t);
 }
@@ -283,7 +285,7 @@ void benchFiles(Figures &out, const QDir &dir, int n, int reps, double *loadMs)
     vx.Strings()->setLines(lines);
 
     std::vector<double> save, load;
-    for (int r = 0; r < reps; ++r) {
+    for (int r = -1; r < reps; ++r) { // round -1 warms the allocator up and is not counted
         QFile::remove(file);
         save.push_back(timeMs([&] { vx.SaveAllToFile(file, QLatin1Char('|')); }));
         QWidget other;
@@ -293,6 +295,10 @@ void benchFiles(Figures &out, const QDir &dir, int n, int reps, double *loadMs)
         load.push_back(timeMs([&] { reader.LoadAllFromFile(file, true); }));
         if (reader.Strings()->count() != n)
             qFatal("loaded %d of %d entries", int(reader.Strings()->count()), n);
+        if (r < 0) {
+            save.clear();
+            load.clear();
+        }
     }
     out.add(QStringLiteral("save_%1_ms").arg(n), median(save));
     out.add(QStringLiteral("load_%1_ms").arg(n), median(load));
@@ -313,7 +319,7 @@ int main(int argc, char *argv[])
     parser.addOption(quick);
     parser.addOption(only);
     parser.process(app);
-    const int reps = parser.isSet(quick) ? 3 : 7;
+    const int reps = parser.isSet(quick) ? 3 : 9;
 
     QTemporaryDir tmp;
     const QDir dir(tmp.path());

@@ -160,6 +160,7 @@ int TMemIniFile::Section::find(const QString &ident) const
 {
     if (!indexed) {
         keys.clear();
+        exact.clear();
         keys.reserve(lines.size());
         for (int i = 0; i < lines.size(); ++i) {
             const QString key = nameOf(lines.at(i)).toUpper();
@@ -168,7 +169,15 @@ int TMemIniFile::Section::find(const QString &ident) const
         }
         indexed = true;
     }
-    return keys.value(ident.toUpper(), -1);
+    // Names are mostly asked for as written: remember those answers so
+    // that only other spellings are upper-cased.
+    const auto hit = exact.constFind(ident);
+    if (hit != exact.cend())
+        return hit.value();
+    const int i = keys.value(ident.toUpper(), -1);
+    if (i >= 0)
+        exact.insert(ident, i); // an append never changes a first match
+    return i;
 }
 
 TMemIniFile::TMemIniFile(const QString &fileName)
@@ -214,6 +223,7 @@ void TMemIniFile::LoadValues()
 void TMemIniFile::reindexSections()
 {
     m_sectionIndex.clear();
+    m_sectionExact.clear();
     for (int i = 0; i < m_sections.size(); ++i) {
         const QString key = m_sections.at(i).name.toUpper();
         if (!m_sectionIndex.contains(key))
@@ -223,7 +233,13 @@ void TMemIniFile::reindexSections()
 
 int TMemIniFile::findSection(const QString &name) const
 {
-    return m_sectionIndex.value(name.toUpper(), -1);
+    const auto hit = m_sectionExact.constFind(name);
+    if (hit != m_sectionExact.cend())
+        return hit.value();
+    const int i = m_sectionIndex.value(name.toUpper(), -1);
+    if (i >= 0)
+        m_sectionExact.insert(name, i);
+    return i;
 }
 
 TMemIniFile::Section &TMemIniFile::addSection(const QString &name)
@@ -234,6 +250,7 @@ TMemIniFile::Section &TMemIniFile::addSection(const QString &name)
     const QString key = name.toUpper();
     if (!m_sectionIndex.contains(key))
         m_sectionIndex.insert(key, m_sections.size() - 1);
+
     m_modified = true;
     return m_sections.last();
 }
@@ -321,6 +338,7 @@ void TMemIniFile::Clear()
 {
     m_sections.clear();
     m_sectionIndex.clear();
+    m_sectionExact.clear();
     m_modified = true;
 }
 

@@ -109,6 +109,7 @@ private:
         QString name;
         QStringList lines;
         mutable QHash<QString, int> keys; // upper-cased name -> first line
+        mutable QHash<QString, int> exact; // name as written -> the same answer
         mutable bool indexed = false;
         int find(const QString &ident) const;
     };
@@ -120,6 +121,7 @@ private:
 
     QList<Section> m_sections;
     QHash<QString, int> m_sectionIndex; // upper-cased name -> first section
+    mutable QHash<QString, int> m_sectionExact; // name as written -> the same answer
     QString m_writeName;
     bool m_modified = false;
 };

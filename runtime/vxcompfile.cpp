@@ -166,28 +166,30 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
                 break;
         }
 
+        // One pass over the section's lines: the first line of a name holds
+        // the value a look-up of that name gives, later ones are repeats.
         const QString section = sectionOf(type);
-        QStringList keys;
-        ini.ReadSection(section, keys);
-        QStringList distinct;
-        QSet<QString> seen;
-        for (const QString &key : std::as_const(keys)) {
-            const QString upper = key.toUpper();
-            if (!seen.contains(upper)) {
-                seen.insert(upper);
-                distinct << key;
-            }
-        }
+        QStringList entries;
+        ini.ReadSectionValues(section, entries);
+        QSet<Vexil::FoldedKey> seen;
+        seen.reserve(entries.size());
+        int distinct = 0;
 
         const QString oldPrefix = ownerName() + QLatin1Char('.');
         const QString newPrefix = ownerClassName() + QLatin1Char('.');
         const QString formOld = ownerName() + m_langDelim;
         const QString formNew = ownerClassName() + m_langDelim;
-        const QString missing(missingValue);
         QStringList top;
         QStringList rest;
-        for (const QString &key : std::as_const(distinct)) {
-            QString work = key + m_langDelim;
+        rest.reserve(entries.size());
+        for (const QString &entry : std::as_const(entries)) {
+            const int eq = entry.indexOf(QLatin1Char('='));
+            const QStringView name = eq >= 0 ? QStringView(entry).left(eq) : QStringView();
+            if (seen.contains(Vexil::FoldedKey{name}))
+                continue;
+            seen.insert(Vexil::FoldedKey{name});
+            ++distinct;
+            QString work = name.toString() + m_langDelim;
             if (isBracketed(type)) {
                 work.replace(QLatin1Char('-'), QLatin1Char('['));
                 work.replace(QLatin1Char('+'), QLatin1Char(']'));
@@ -198,8 +200,8 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
                 work.remove(0, newPrefix.size());
             else
                 continue; // another form's entry
-            QString value = ini.ReadString(section, key, missing);
-            if (value == missing)
+            QString value = entry.mid(eq + 1);
+            if (value.size() == 1 && value.at(0) == missingValue)
                 continue;
             QString line;
             if (!value.contains(fileDelim)) {
@@ -225,7 +227,7 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
             DelOldNames(list, type);
             ChangeLanguage();
         }
-        result = distinct.size();
+        result = distinct;
     } catch (const std::exception &) {
         // A damaged file leaves the table with what was read so far.
     }

@@ -92,6 +92,14 @@ QString upperKey(const QString &s)
     return s.toUpper();
 }
 
+size_t qHash(const FoldedKey &key, size_t seed) noexcept
+{
+    size_t h = seed ^ 0x9e3779b97f4a7c15ull;
+    for (QChar c : key.text)
+        h = (h ^ c.toCaseFolded().unicode()) * 0x100000001b3ull;
+    return h;
+}
+
 } // namespace Vexil
 
 namespace {

@@ -58,6 +58,19 @@ VEXIL_EXPORT QString dialogKey(const QString &text);
 /// Upper-cases a key the way every table comparison does.
 VEXIL_EXPORT QString upperKey(const QString &s);
 
+/// A view of a name that hashes and compares without regard to letter
+/// case, for sets and indexes that must not allocate per look-up. The
+/// viewed text must outlive the key.
+struct FoldedKey
+{
+    QStringView text;
+    bool operator==(const FoldedKey &other) const
+    {
+        return text.compare(other.text, Qt::CaseInsensitive) == 0;
+    }
+};
+VEXIL_EXPORT size_t qHash(const FoldedKey &key, size_t seed = 0) noexcept;
+
 } // namespace Vexil
 
 /// Field @p n (from 1) of @p s split by any character of @p delims.
