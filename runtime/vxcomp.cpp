@@ -408,12 +408,7 @@ void TvxCustomLang::SetNumLang(int value)
     if (value < 1)
         throw ELanguageError(outOfRangeMessage(value, "Value must be more than ZERO !"));
     m_numLanguages = value;
-    m_langNames->beginUpdate();
-    while (m_langNames->count() < m_numLanguages)
-        m_langNames->append(QStringLiteral("LANGUAGE N") + QString::number(m_langNames->count() + 1));
-    while (m_langNames->count() > m_numLanguages)
-        m_langNames->removeAt(m_langNames->count() - 1);
-    m_langNames->endUpdate();
+    Vexil::fitLanguageNames(m_langNames, m_numLanguages);
 }
 
 void TvxCustomLang::SetLangNames(const TvxStringList *names)
@@ -427,10 +422,7 @@ void TvxCustomLang::SetLangNames(const QStringList &names)
 {
     if (m_activeLanguage < 1 || m_activeLanguage > names.size())
         throw EListError(QStringLiteral("List index out of bounds (%1)").arg(m_activeLanguage - 1));
-    QStringList upper;
-    upper.reserve(names.size());
-    for (const QString &name : names)
-        upper << name.toUpper();
+    const QStringList upper = Vexil::upperCased(names);
     m_langNames->setLines(upper);
     m_language = upper.at(m_activeLanguage - 1);
 }

@@ -48,12 +48,7 @@ void TVexilDispatcher::SetActiveLanguage(int value)
 void TVexilDispatcher::SetNumOfLanguages(int value)
 {
     m_numLanguages = value;
-    m_langNames->beginUpdate();
-    while (m_langNames->count() < value)
-        m_langNames->append(QStringLiteral("LANGUAGE N") + QString::number(m_langNames->count() + 1));
-    while (m_langNames->count() > qMax(value, 0))
-        m_langNames->removeAt(m_langNames->count() - 1);
-    m_langNames->endUpdate();
+    Vexil::fitLanguageNames(m_langNames, value);
     const QList<TvxCustomLang *> references = m_references;
     for (TvxCustomLang *lang : references)
         lang->SetNumLang(value);
@@ -68,9 +63,7 @@ void TVexilDispatcher::SetLangNames(const TvxStringList *names)
 
 void TVexilDispatcher::SetLangNames(const QStringList &names)
 {
-    QStringList upper;
-    for (const QString &name : names)
-        upper << name.toUpper();
+    const QStringList upper = Vexil::upperCased(names);
     m_langNames->setLines(upper);
     if (!upper.isEmpty() && m_activeLanguage >= 1 && m_activeLanguage <= upper.size())
         m_language = upper.at(m_activeLanguage - 1);

@@ -1,5 +1,7 @@
 #include "vxtypes.h"
 
+#include "vxstringlist.h"
+
 #include <iterator>
 
 namespace Vexil {
@@ -85,6 +87,25 @@ QString dialogKey(const QString &text)
     if (amp >= 0)
         key.remove(amp, 1);
     return key;
+}
+
+QStringList upperCased(const QStringList &lines)
+{
+    QStringList upper;
+    upper.reserve(lines.size());
+    for (const QString &line : lines)
+        upper << line.toUpper();
+    return upper;
+}
+
+void fitLanguageNames(TvxStringList *names, int count)
+{
+    names->beginUpdate();
+    while (names->count() < count)
+        names->append(QStringLiteral("LANGUAGE N") + QString::number(names->count() + 1));
+    while (names->count() > qMax(count, 0))
+        names->removeAt(names->count() - 1);
+    names->endUpdate();
 }
 
 QString upperKey(const QString &s)

@@ -23,6 +23,8 @@ enum TStringsType {
 
 constexpr int StringsTypeCount = stListView_TreeView_Items + 1;
 
+class TvxStringList;
+
 namespace Vexil {
 
 /// Section words of a translation file, one per category.
@@ -54,6 +56,13 @@ VEXIL_EXPORT QStringList localeItemNames();
 
 /// A dialog key: the text with its first '&' removed.
 VEXIL_EXPORT QString dialogKey(const QString &text);
+
+/// Every line upper-cased: language names are stored in capitals.
+VEXIL_EXPORT QStringList upperCased(const QStringList &lines);
+
+/// Adds "LANGUAGE N<n>" names to @p names or cuts them from the end until
+/// there are @p count of them.
+VEXIL_EXPORT void fitLanguageNames(TvxStringList *names, int count);
 
 /// Upper-cases a key the way every table comparison does.
 VEXIL_EXPORT QString upperKey(const QString &s);

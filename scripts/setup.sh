@@ -9,6 +9,7 @@ packages=(
   qt6-tools-private-dev qt6-l10n-tools designer-qt6 libqt6designercomponents6
   libqt6opengl6-dev libgl-dev
   dbus
+  clang-14 libclang-rt-14-dev
   fonts-dejavu-core
 )
 
