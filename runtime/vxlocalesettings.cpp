@@ -22,7 +22,9 @@ QString classicFormat(const QString &qtFormat)
             out += c;
             continue;
         }
-        if (c == QLatin1Char('m')) {
+        if (c == QLatin1Char('t')) {
+            continue; // a time zone; in this notation "t" would mean the short time
+        } else if (c == QLatin1Char('m')) {
             out += QLatin1Char('n');
         } else if (c == QLatin1Char('M')) {
             out += QLatin1Char('m');
@@ -89,10 +91,12 @@ void TvxLocaleSettings::resetFromSystem()
     m_values[CurrencyString] = l.currencySymbol();
     m_values[ThousandSeparator] = l.groupSeparator().left(1);
     m_values[DecimalSeparator] = l.decimalPoint().left(1);
-    m_values[DateSeparator] = QString(firstSeparator(shortDate, QStringLiteral("dMyg")));
+    const QChar dateSeparator = firstSeparator(shortDate, QStringLiteral("dMyg"));
+    m_values[DateSeparator] = dateSeparator.isNull() ? QString() : QString(dateSeparator);
     m_values[ShortDateFormat] = classicFormat(shortDate);
     m_values[LongDateFormat] = classicFormat(l.dateFormat(QLocale::LongFormat));
-    m_values[TimeSeparator] = QString(firstSeparator(shortTime, QStringLiteral("hHmszaAptT")));
+    const QChar timeSeparator = firstSeparator(shortTime, QStringLiteral("hHmszaAptT"));
+    m_values[TimeSeparator] = timeSeparator.isNull() ? QString() : QString(timeSeparator);
     m_values[TimeAMString] = l.amText();
     m_values[TimePMString] = l.pmText();
     m_values[ShortTimeFormat] = classicFormat(shortTime);
