@@ -9,7 +9,6 @@
 #include "vxpropinfolist.h"
 
 #include <QtCore/QHash>
-#include <QtCore/QScopeGuard>
 #include <QtGui/QAction>
 
 namespace {
@@ -550,9 +549,8 @@ void TvxCustomLang::SetActLang(int value)
     }
     m_lastAssigned = -1;
     // One walk over the form serves both the build and the switch.
-    const TvxComponentList switchComponents(m_owner);
-    m_switchComponents = &switchComponents;
-    auto done = qScopeGuard([this] { m_switchComponents = nullptr; });
+    const TvxComponentList walked(m_owner);
+    const auto shared = shareComponents(walked);
     if (m_dispatcher || !loading)
         BuildList();
     m_activeLanguage = value;
@@ -771,10 +769,19 @@ QList<quint64> TvxCustomLang::buildInputs(const TvxComponentList &components) co
     return inputs;
 }
 
+TvxCustomLang::SharedComponents TvxCustomLang::shareComponents(const TvxComponentList &components)
+{
+    // Nested uses keep the outermost list.
+    if (m_sharedComponents)
+        return SharedComponents(nullptr);
+    m_sharedComponents = &components;
+    return SharedComponents(this);
+}
+
 const TvxComponentList &TvxCustomLang::components(std::unique_ptr<TvxComponentList> &own) const
 {
-    if (m_switchComponents)
-        return *m_switchComponents;
+    if (m_sharedComponents)
+        return *m_sharedComponents;
     own = std::make_unique<TvxComponentList>(m_owner);
     return *own;
 }
@@ -958,8 +965,8 @@ void TvxCustomLang::scanCollections(const TvxComponentList &components)
 
 void TvxCustomLang::DelOldNames(TvxStringList *list, TStringsType type)
 {
-    TvxComponentList components(m_owner);
-    delOldNames(list, type, components);
+    std::unique_ptr<TvxComponentList> own;
+    delOldNames(list, type, components(own));
 }
 
 void TvxCustomLang::delOldNames(TvxStringList *list, TStringsType type, const TvxComponentList &components)

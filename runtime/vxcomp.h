@@ -304,8 +304,16 @@ private:
     // Per table, the table version and component digest it was last found
     // clean against: the cleaning pass has nothing to do while both hold.
     QPair<quint64, quint64> m_cleanFor[stListView_TreeView_Items];
-    // The components of the owner while one switch builds and applies.
-    const TvxComponentList *m_switchComponents = nullptr;
+    // The components of the owner while one operation walks the form
+    // several times (a switch, a load or merge of all tables): the form
+    // does not change meanwhile, so one walk serves them all.
+    const TvxComponentList *m_sharedComponents = nullptr;
+    struct SharedComponentsReset
+    {
+        void operator()(TvxCustomLang *lang) const { lang->m_sharedComponents = nullptr; }
+    };
+    using SharedComponents = std::unique_ptr<TvxCustomLang, SharedComponentsReset>;
+    SharedComponents shareComponents(const TvxComponentList &components);
     // Per table, whether a language's column holds any text, for the table
     // version it was counted on: a switch skips tables with nothing to write.
     struct ColumnTexts

@@ -3,6 +3,7 @@
 #include "vxcomp.h"
 
 #include "memini.h"
+#include "vxcomponents.h"
 #include "vxerrors.h"
 
 #include <QtCore/QFileInfo>
@@ -253,6 +254,8 @@ int TvxCustomLang::LoadStringsFromFile(const QString &fileName, bool clear)
 
 void TvxCustomLang::loadAll(const QString &fileName, bool clear, bool apply)
 {
+    const TvxComponentList walked(m_owner);
+    const auto shared = shareComponents(walked);
     m_bulkLoading = true;
     if (QFileInfo::exists(fileName)) {
         try {
@@ -327,6 +330,8 @@ bool TvxCustomLang::MergeFromFile(TStringsType type, const QString &fileName)
 
 bool TvxCustomLang::mergeAll(const QString &fileName, bool apply)
 {
+    const TvxComponentList walked(m_owner);
+    const auto shared = shareComponents(walked);
     if (!QFileInfo::exists(fileName)) {
         m_bulkLoading = true; // the first category's merge fails at once
         return false;

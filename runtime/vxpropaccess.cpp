@@ -278,11 +278,6 @@ int readCharSet(const QObject *object)
     return ok ? value : DefaultCharSet;
 }
 
-void writeCharSet(QObject *object, int value)
-{
-    applyFont(object, QString(), value);
-}
-
 void applyFont(QObject *object, const QString &family, int charSet)
 {
     if (!hasFont(object))

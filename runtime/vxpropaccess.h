@@ -30,9 +30,6 @@ VEXIL_EXPORT void writeFont(QObject *object, const QFont &font);
 
 /// The character-set value stored on @p object (DEFAULT_CHARSET when none is).
 VEXIL_EXPORT int readCharSet(const QObject *object);
-/// Stores a character-set value on @p object and makes sure its font
-/// covers the writing system the set stands for.
-VEXIL_EXPORT void writeCharSet(QObject *object, int value);
 /// Applies a font family and a character set in one write; either may be
 /// left out (empty family, negative set).
 VEXIL_EXPORT void applyFont(QObject *object, const QString &family, int charSet);
