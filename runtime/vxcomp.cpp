@@ -10,6 +10,15 @@
 
 #include <QtCore/QHash>
 #include <QtGui/QAction>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QMainWindow>
+
+#include <typeinfo>
+#if defined(__GNUG__)
+#include <cxxabi.h>
+#include <cstdlib>
+#endif
 
 namespace {
 
@@ -21,11 +30,56 @@ QHash<const QObject *, TvxCustomLang *> &registry()
     return owners;
 }
 
+// The C++ class of @p object as the compiler knows it: unlike the
+// meta-object's class name it also names a subclass without Q_OBJECT.
+QByteArray dynamicClassName(const QObject *object)
+{
+    const char *name = typeid(*object).name();
+#if defined(__GNUG__)
+    int status = 0;
+    char *demangled = abi::__cxa_demangle(name, nullptr, nullptr, &status);
+    if (status == 0 && demangled) {
+        const QByteArray result(demangled);
+        std::free(demangled);
+        return result;
+    }
+    return QByteArray(name);
+#else
+    QByteArray result(name);
+    for (const char *prefix : {"class ", "struct "}) {
+        if (result.startsWith(prefix))
+            result.remove(0, int(qstrlen(prefix)));
+    }
+    return result;
+#endif
+}
+
+// Qt reserves class names of a "Q" and a capital for itself.
+bool isQtClassName(const QByteArray &name)
+{
+    return name.size() > 1 && name.at(0) == 'Q' && name.at(1) >= 'A' && name.at(1) <= 'Z';
+}
+
+// A widget that is a form in its own right: a window, a main window or a
+// dialog (even embedded), or an instance of one of the application's own
+// classes, such as a form class that runs its own setupUi().
+bool isFormRoot(const QWidget *widget)
+{
+    return widget->isWindow() || qobject_cast<const QMainWindow *>(widget) || qobject_cast<const QDialog *>(widget)
+        || !isQtClassName(dynamicClassName(widget));
+}
+
+// The form a component created under @p given translates: the nearest form
+// root at or above it. Inner containers (a main window's central widget, a
+// group box) belong to the form around them.
 QObject *ownerFor(QObject *given)
 {
-    if (given && given->isWidgetType())
-        return static_cast<QWidget *>(given)->window();
-    return given;
+    if (!given || !given->isWidgetType())
+        return given;
+    QWidget *widget = static_cast<QWidget *>(given);
+    while (!isFormRoot(widget) && widget->parentWidget())
+        widget = widget->parentWidget();
+    return widget;
 }
 
 QString outOfRangeMessage(int value, const char *rule)
@@ -131,8 +185,14 @@ TvxCustomLang::TvxCustomLang(QObject *given)
 {
     if (m_owner && registry().contains(m_owner))
         throw EVexilError(QStringLiteral("Only one TvxCustomLang component per Form/DataModule allowed!"));
-    if (m_owner)
+    if (m_owner) {
+        m_ownerKey = m_owner;
         registry().insert(m_owner, this);
+        // A widget owner frees the component with its children; any other
+        // owner (a data module) is not its parent, so it frees it here.
+        if (!m_owner->isWidgetType())
+            connect(m_owner, &QObject::destroyed, this, [this] { delete this; });
+    }
 
     hide();
     setAttribute(Qt::WA_DontShowOnScreen);
@@ -170,18 +230,9 @@ TvxCustomLang::~TvxCustomLang()
     if (m_dispatcher)
         m_dispatcher->RemovePossibleReference(this);
     auto &owners = registry();
-    auto it = owners.find(m_owner.data());
+    auto it = owners.find(m_ownerKey);
     if (it != owners.end() && it.value() == this)
         owners.erase(it);
-    else {
-        // The owner may already be gone; drop whatever entry points here.
-        for (auto i = owners.begin(); i != owners.end();) {
-            if (i.value() == this)
-                i = owners.erase(i);
-            else
-                ++i;
-        }
-    }
 }
 
 TvxCustomLang *TvxCustomLang::componentOf(const QObject *owner)
@@ -200,11 +251,24 @@ void TvxCustomLang::Loaded()
         m_loadWatcher->finish(); // calls back here once loading has ended
         return;
     }
+    if (m_loadedDone)
+        return;
+    m_loadedDone = true;
     completeDialogTexts();
     if (m_options & loUseExtCommonStrings) {
         DlgsCaptions()->clear();
         Locales()->clear();
     }
+    resolveDispatcherName();
+}
+
+void TvxCustomLang::codeCall()
+{
+    // Form-building code (setupUi, QUiLoader, Designer) writes through the
+    // Qt-style setters; anything else the application calls on a component
+    // still loading means the form is built, so loading ends first.
+    if (m_formWrites == 0 && isLoading())
+        Loaded();
 }
 
 void TvxCustomLang::completeDialogTexts()
@@ -239,6 +303,7 @@ void TvxCustomLang::SetTable(TStringsType type, const TvxStringList *lines)
 
 void TvxCustomLang::SetTable(TStringsType type, const QStringList &lines)
 {
+    codeCall();
     TvxStringList *own = table(type);
     if (!own)
         return;
@@ -402,6 +467,7 @@ QString TvxCustomLang::newLine(const QString &key, const QString &value) const
 
 void TvxCustomLang::SetNumLang(int value)
 {
+    codeCall();
     if (value == m_numLanguages)
         return;
     if (value < 1)
@@ -419,6 +485,7 @@ void TvxCustomLang::SetLangNames(const TvxStringList *names)
 
 void TvxCustomLang::SetLangNames(const QStringList &names)
 {
+    codeCall();
     if (m_activeLanguage < 1 || m_activeLanguage > names.size())
         throw EListError(QStringLiteral("List index out of bounds (%1)").arg(m_activeLanguage - 1));
     const QStringList upper = Vexil::upperCased(names);
@@ -428,6 +495,7 @@ void TvxCustomLang::SetLangNames(const QStringList &names)
 
 void TvxCustomLang::SetLanguage(const QString &name)
 {
+    codeCall();
     if (name == m_language)
         return;
     const int pos = m_langNames->lines().indexOf(name.toUpper());
@@ -442,6 +510,7 @@ void TvxCustomLang::SetLanguage(const QString &name)
 
 void TvxCustomLang::SetLangDelim(QChar delim)
 {
+    codeCall();
     if (delim == m_langDelim)
         return;
     if (!isLoading())
@@ -494,6 +563,7 @@ bool TvxCustomLang::DeleteString(const QString &id)
 
 void TvxCustomLang::SetOptions(TVexilOptions options)
 {
+    codeCall();
     if (options == m_options)
         return;
     m_options = options;
@@ -512,6 +582,7 @@ void TvxCustomLang::SetDoNotList(const TvxStringList *list)
 
 void TvxCustomLang::SetDoNotList(const QStringList &list)
 {
+    codeCall();
     // Names are compared upper-cased; keep one upper-cased entry per name.
     QStringList names;
     for (const QString &name : list) {
@@ -530,15 +601,67 @@ bool TvxCustomLang::isDoNotTranslate(const QString &componentName) const
 
 void TvxCustomLang::SetLangDispatcher(TVexilDispatcher *dispatcher)
 {
+    codeCall();
+    m_dispatcherName.clear();
     m_dispatcher = dispatcher;
     if (dispatcher)
         dispatcher->AddReference(this);
+}
+
+QString TvxCustomLang::langDispatcherName() const
+{
+    return m_dispatcher ? m_dispatcher->objectName() : m_dispatcherName;
+}
+
+void TvxCustomLang::setLangDispatcherName(const QString &name)
+{
+    FormWrite write(this);
+    if (name.isEmpty()) {
+        if (m_dispatcher)
+            m_dispatcher->RemovePossibleReference(this);
+        m_dispatcher = nullptr;
+        m_dispatcherName.clear();
+        return;
+    }
+    if (m_dispatcher && m_dispatcher->objectName() == name)
+        return;
+    m_dispatcherName = name;
+    resolveDispatcherName();
+}
+
+void TvxCustomLang::resolveDispatcherName()
+{
+    // A form file names the dispatcher; it may be built after this
+    // component, so a name that finds none yet is tried again at the end
+    // of loading. The form's own dispatcher wins over one elsewhere.
+    if (m_dispatcherName.isEmpty())
+        return;
+    TVexilDispatcher *found = nullptr;
+    if (m_owner) {
+        const auto candidates = m_owner->findChildren<TVexilDispatcher *>(m_dispatcherName);
+        if (!candidates.isEmpty())
+            found = candidates.first();
+    }
+    if (!found) {
+        // Dispatchers are widgets, so the application's widgets hold every one.
+        const QWidgetList widgets = QApplication::allWidgets();
+        for (QWidget *widget : widgets) {
+            auto *dispatcher = qobject_cast<TVexilDispatcher *>(widget);
+            if (dispatcher && dispatcher->objectName() == m_dispatcherName) {
+                found = dispatcher;
+                break;
+            }
+        }
+    }
+    if (found)
+        SetLangDispatcher(found);
 }
 
 // --- switching -------------------------------------------------------------
 
 void TvxCustomLang::SetActLang(int value)
 {
+    codeCall();
     if (value == m_activeLanguage)
         return;
     const bool loading = isLoading();
@@ -601,6 +724,7 @@ void TvxCustomLang::applyFormTexts(QWidget *form)
 
 void TvxCustomLang::ChangeLanguage()
 {
+    codeCall();
     std::unique_ptr<TvxComponentList> own;
     const TvxComponentList &components = this->components(own);
     if (auto *form = qobject_cast<QWidget *>(m_owner.data()))
@@ -680,6 +804,10 @@ void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &com
         if (type == stLocales) {
             if (i >= TvxLocaleSettings::ItemCount)
                 break;
+            const QString &line = list->at(i);
+            const int d = line.indexOf(m_langDelim);
+            if (isDoNotTranslate(d >= 0 ? line.left(d) : line))
+                continue;
             const QString text = textForApply(list, i);
             if (!text.isEmpty())
                 locale->setValue(TvxLocaleSettings::Item(i), text);
@@ -788,6 +916,7 @@ const TvxComponentList &TvxCustomLang::components(std::unique_ptr<TvxComponentLi
 
 void TvxCustomLang::BuildList()
 {
+    codeCall();
     if (isLoading() || !m_owner)
         return;
     std::unique_ptr<TvxComponentList> own;
@@ -1056,7 +1185,12 @@ void TvxCustomLang::checkRmdProps(const TvxComponentList &components)
             QObject *object = (!ownerName.isEmpty() && name == ownerName) ? m_owner.data()
                                                                            : components.findOrOwner(name);
             bool exists = false;
-            if (object) {
+            if (object && object == m_owner.data() && object->isWidgetType()
+                && (type == stCaptions || type == stHints)) {
+                // A form always has its own caption and hint line, also when
+                // it is embedded in another window and so shows neither.
+                exists = true;
+            } else if (object) {
                 switch (type) {
                 case stCaptions:
                 case stHints:

@@ -127,6 +127,12 @@ public:
     TVexilDispatcher *LangDispatcher() const { return m_dispatcher; }
     /// Registers with @p dispatcher (a previous dispatcher is not told).
     void SetLangDispatcher(TVexilDispatcher *dispatcher);
+    /// The dispatcher's object name, as form files store the link.
+    QString langDispatcherName() const;
+    /// Links to the dispatcher of that object name: the owner's own, else
+    /// any in the application. One not built yet is looked for again when
+    /// loading ends. An empty name unlinks.
+    void setLangDispatcherName(const QString &name);
 
     QString Version() const { return m_version; }
     /// Ignores @p value: the version is fixed.
@@ -221,7 +227,9 @@ public:
 
     /// Ends loading: completes the dialog texts and empties the tables the
     /// dispatcher serves. Runs once; called by itself just before the owner
-    /// is first shown or when the event loop first runs.
+    /// is first shown, when the event loop first runs, or when application
+    /// code first calls the component's API (anything but the Qt-style
+    /// setters that form-building code uses).
     virtual void Loaded();
     bool isLoading() const;
 
@@ -240,6 +248,20 @@ Q_SIGNALS:
     void languageChanged();
 
 protected:
+    /// Marks the writes of form-building code (uic's setupUi, QUiLoader,
+    /// Designer): while one lasts, a component still loading stays loading.
+    struct FormWrite
+    {
+        explicit FormWrite(TvxCustomLang *lang) : m_lang(lang) { ++m_lang->m_formWrites; }
+        ~FormWrite() { --m_lang->m_formWrites; }
+        FormWrite(const FormWrite &) = delete;
+        FormWrite &operator=(const FormWrite &) = delete;
+        TvxCustomLang *m_lang;
+    };
+    /// Called first by every operation application code may call: ends
+    /// loading when the call does not come from form-building code.
+    void codeCall();
+
     TvxStringList *table(TStringsType type) const
     {
         return type < stListView_TreeView_Items ? m_tables[type] : nullptr;
@@ -281,6 +303,11 @@ private:
     void completeDialogTexts();
 
     QPointer<QObject> m_owner;
+    const QObject *m_ownerKey = nullptr; // the owner's entry in the one-per-owner map
+    int m_formWrites = 0;
+    bool m_loadedDone = false;
+    QString m_dispatcherName; // named by a form file, not found yet
+    void resolveDispatcherName();
     int m_lastAssigned = -1;
     TvxStringList *m_tables[stListView_TreeView_Items] = {};
     int m_activeLanguage = 1;
@@ -363,15 +390,16 @@ class VEXIL_EXPORT TVexil : public TvxCustomLang
     Q_PROPERTY(QStringList Locales READ localeLines WRITE setLocales)
     Q_PROPERTY(QStringList CharSets READ charSetLines WRITE setCharSets)
     Q_PROPERTY(QStringList Collections READ collectionLines WRITE setCollections)
-    Q_PROPERTY(int NumOfLanguages READ NumOfLanguages WRITE SetNumLang)
-    Q_PROPERTY(int ActiveLanguage READ ActiveLanguage WRITE SetActLang)
-    Q_PROPERTY(bool ChangeLocales READ ChangeLocales WRITE SetChangeLocales)
-    Q_PROPERTY(QChar LangDelim READ LangDelim WRITE SetLangDelim)
-    Q_PROPERTY(QStringList DoNotTranslate READ doNotTranslateLines WRITE SetDoNotList)
-    Q_PROPERTY(QStringList LangNames READ langNameLines WRITE SetLangNames)
-    Q_PROPERTY(QString Language READ Language WRITE SetLanguage)
-    Q_PROPERTY(TvxCustomLang::TTranslateType TranslateType READ TranslateType WRITE SetTranslateType)
-    Q_PROPERTY(TvxCustomLang::TVexilOptions Options READ Options WRITE SetOptions)
+    Q_PROPERTY(int NumOfLanguages READ NumOfLanguages WRITE setNumOfLanguages)
+    Q_PROPERTY(int ActiveLanguage READ ActiveLanguage WRITE setActiveLanguage)
+    Q_PROPERTY(bool ChangeLocales READ ChangeLocales WRITE setChangeLocales)
+    Q_PROPERTY(QString LangDispatcher READ langDispatcherName WRITE setLangDispatcher)
+    Q_PROPERTY(QChar LangDelim READ LangDelim WRITE setLangDelim)
+    Q_PROPERTY(QStringList DoNotTranslate READ doNotTranslateLines WRITE setDoNotTranslate)
+    Q_PROPERTY(QStringList LangNames READ langNameLines WRITE setLangNames)
+    Q_PROPERTY(QString Language READ Language WRITE setLanguage)
+    Q_PROPERTY(TvxCustomLang::TTranslateType TranslateType READ TranslateType WRITE setTranslateType)
+    Q_PROPERTY(TvxCustomLang::TVexilOptions Options READ Options WRITE setOptions)
 public:
     explicit TVexil(QObject *owner = nullptr) : TvxCustomLang(owner) {}
     explicit TVexil(QWidget *parent) : TvxCustomLang(parent) {}
@@ -390,25 +418,28 @@ public:
     QStringList doNotTranslateLines() const { return DoNotTranslate()->lines(); }
     QStringList langNameLines() const { return LangNames()->lines(); }
 
-    // Setters under the names form code generated from .ui files calls.
-    void setCaptions(const QStringList &l) { SetTable(stCaptions, l); }
-    void setHints(const QStringList &l) { SetTable(stHints, l); }
-    void setDisplayLabels(const QStringList &l) { SetTable(stDisplayLabels, l); }
-    void setStrings(const QStringList &l) { SetTable(stStrings, l); }
-    void setFonts(const QStringList &l) { SetTable(stFonts, l); }
-    void setMultiLines(const QStringList &l) { SetTable(stMultiLines, l); }
-    void setDlgsCaptions(const QStringList &l) { SetTable(stDlgsCaptions, l); }
-    void setOtherStrings(const QStringList &l) { SetTable(stOtherStrings, l); }
-    void setLocales(const QStringList &l) { SetTable(stLocales, l); }
-    void setCharSets(const QStringList &l) { SetTable(stCharSets, l); }
-    void setCollections(const QStringList &l) { SetTable(stCollections, l); }
-    void setNumOfLanguages(int value) { SetNumLang(value); }
-    void setActiveLanguage(int value) { SetActLang(value); }
+    // The setters form-building code calls (uic's setupUi, QUiLoader and
+    // Designer through the properties). They only store while the form is
+    // being built; application code calls the capitalised API instead.
+    void setCaptions(const QStringList &l) { FormWrite w(this); SetTable(stCaptions, l); }
+    void setHints(const QStringList &l) { FormWrite w(this); SetTable(stHints, l); }
+    void setDisplayLabels(const QStringList &l) { FormWrite w(this); SetTable(stDisplayLabels, l); }
+    void setStrings(const QStringList &l) { FormWrite w(this); SetTable(stStrings, l); }
+    void setFonts(const QStringList &l) { FormWrite w(this); SetTable(stFonts, l); }
+    void setMultiLines(const QStringList &l) { FormWrite w(this); SetTable(stMultiLines, l); }
+    void setDlgsCaptions(const QStringList &l) { FormWrite w(this); SetTable(stDlgsCaptions, l); }
+    void setOtherStrings(const QStringList &l) { FormWrite w(this); SetTable(stOtherStrings, l); }
+    void setLocales(const QStringList &l) { FormWrite w(this); SetTable(stLocales, l); }
+    void setCharSets(const QStringList &l) { FormWrite w(this); SetTable(stCharSets, l); }
+    void setCollections(const QStringList &l) { FormWrite w(this); SetTable(stCollections, l); }
+    void setNumOfLanguages(int value) { FormWrite w(this); SetNumLang(value); }
+    void setActiveLanguage(int value) { FormWrite w(this); SetActLang(value); }
     void setChangeLocales(bool on) { SetChangeLocales(on); }
-    void setLangDelim(QChar delim) { SetLangDelim(delim); }
-    void setDoNotTranslate(const QStringList &l) { SetDoNotList(l); }
-    void setLangNames(const QStringList &l) { SetLangNames(l); }
-    void setLanguage(const QString &name) { SetLanguage(name); }
+    void setLangDispatcher(const QString &name) { setLangDispatcherName(name); }
+    void setLangDelim(QChar delim) { FormWrite w(this); SetLangDelim(delim); }
+    void setDoNotTranslate(const QStringList &l) { FormWrite w(this); SetDoNotList(l); }
+    void setLangNames(const QStringList &l) { FormWrite w(this); SetLangNames(l); }
+    void setLanguage(const QString &name) { FormWrite w(this); SetLanguage(name); }
     void setTranslateType(TTranslateType type) { SetTranslateType(type); }
-    void setOptions(TVexilOptions options) { SetOptions(options); }
+    void setOptions(TVexilOptions options) { FormWrite w(this); SetOptions(options); }
 };

@@ -4,6 +4,21 @@
 #include "vxpropaccess.h"
 #include "vxpropinfolist.h"
 
+#include <QtGui/QAction>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QAbstractSlider>
+#include <QtWidgets/QAbstractSpinBox>
+#include <QtWidgets/QCalendarWidget>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QKeySequenceEdit>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QProgressBar>
+#include <QtWidgets/QTabBar>
+#include <QtWidgets/QTextEdit>
 #include <QtWidgets/QWidget>
 
 namespace {
@@ -11,6 +26,35 @@ namespace {
 bool hasOwnTranslationComponent(QObject *object)
 {
     return TvxCustomLang::componentOf(object) != nullptr;
+}
+
+// Names Qt gives the helpers it creates inside its own widgets.
+bool isQtInternalName(const QString &name)
+{
+    return name.startsWith(QLatin1String("qt_")) || name.startsWith(QLatin1String("_q_"))
+        || name == QLatin1String("_layout");
+}
+
+// Controls whose children are all Qt's own making (a tab bar's scroll
+// buttons, a line edit's clear action, a spin box's editor, a view's
+// scroll bars): nothing designed lives inside them.
+bool isClosedControl(const QObject *object)
+{
+    return qobject_cast<const QAbstractButton *>(object) || qobject_cast<const QAbstractSlider *>(object)
+        || qobject_cast<const QAbstractSpinBox *>(object) || qobject_cast<const QComboBox *>(object)
+        || qobject_cast<const QLineEdit *>(object) || qobject_cast<const QTabBar *>(object)
+        || qobject_cast<const QLabel *>(object) || qobject_cast<const QProgressBar *>(object)
+        || qobject_cast<const QAbstractItemView *>(object) || qobject_cast<const QCalendarWidget *>(object)
+        || qobject_cast<const QTextEdit *>(object) || qobject_cast<const QPlainTextEdit *>(object)
+        || qobject_cast<const QDialogButtonBox *>(object) || qobject_cast<const QKeySequenceEdit *>(object);
+}
+
+// The suite's own non-visual components are widgets only so that Designer
+// can place them: they have nothing to translate.
+bool isSuiteComponent(const QObject *object)
+{
+    return qobject_cast<const TvxCustomLang *>(object) || object->inherits("TVexilDispatcher")
+        || object->inherits("TvxFormStorage");
 }
 
 bool isSeparateWindow(QObject *object)
@@ -39,9 +83,17 @@ void TvxComponentList::collect(QObject *parent)
         const QString name = child->objectName();
         // Qt's own inner widgets are no components, but the pages of a tab
         // widget or the viewport of a scroll area hold the form's widgets.
-        if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_"))) {
+        // A form embedded with a translation component of its own belongs
+        // to that component, itself and everything in it.
+        if (hasOwnTranslationComponent(child))
+            continue;
+        if (!name.isEmpty() && !isQtInternalName(name) && !isSuiteComponent(child)) {
             m_components.append(child);
             quint64 h = qHashMulti(m_fingerprint, quintptr(child), quintptr(child->metaObject()), name);
+            if (auto *action = qobject_cast<const QAction *>(child)) {
+                // Whether an action is a separator decides whether it has a caption line.
+                h = qHashMulti(h, action->isSeparator(), action->text() == QLatin1String("-"));
+            }
             if (TvxPropInfoList::hasCollections(child)) {
                 const TvxPropInfoList collections(child, TvxPropInfo::Collection);
                 for (const TvxPropInfo &info : collections.items())
@@ -49,7 +101,7 @@ void TvxComponentList::collect(QObject *parent)
             }
             m_fingerprint = h;
         }
-        if (isSeparateWindow(child) || hasOwnTranslationComponent(child))
+        if (isSeparateWindow(child) || isClosedControl(child))
             continue;
         collect(child);
     }

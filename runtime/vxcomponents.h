@@ -10,9 +10,13 @@
 /// The components of an owner (a form or any other QObject), as the
 /// translation engine sees them: the owner's descendants that have an
 /// object name, depth first in child order. It does not descend into a
-/// descendant window (pop-up menus excepted) nor into a widget that holds
-/// a translation component of its own. Qt's internal children (names
-/// starting with "qt_") are passed through but not listed.
+/// descendant window (pop-up menus excepted) nor into the inside of Qt's
+/// own controls (a tab bar, a line edit, a view ...), whose children Qt
+/// makes itself. A descendant that holds a translation component of its
+/// own (an embedded form) is left out with everything in it. Qt's internal
+/// children (names starting with "qt_" or "_q_", a main window's
+/// "_layout") and the suite's non-visual components are passed through but
+/// not listed.
 ///
 /// Names are indexed, so find() costs the same for any form size.
 class VEXIL_EXPORT TvxComponentList

@@ -132,12 +132,28 @@ bool directRead(const QObject *object, Direct kind, QString *value)
     return false;
 }
 
+// A button's setText() replaces its shortcut by the new text's mnemonic.
+// A shortcut that is not the old text's mnemonic was set on purpose (Esc on
+// a Close button) and stays; a mnemonic follows the new text.
+void setButtonText(QAbstractButton *button, const QString &text)
+{
+#ifndef QT_NO_SHORTCUT
+    const QKeySequence shortcut = button->shortcut();
+    const bool own = shortcut != QKeySequence::mnemonic(button->text());
+    button->setText(text);
+    if (own)
+        button->setShortcut(shortcut);
+#else
+    button->setText(text);
+#endif
+}
+
 void directWrite(QObject *object, Direct kind, const QString &value)
 {
     switch (kind) {
     case Direct::Text:
         if (auto *b = qobject_cast<QAbstractButton *>(object))
-            b->setText(value);
+            setButtonText(b, value);
         else if (auto *l = qobject_cast<QLabel *>(object))
             l->setText(value);
         else if (auto *a = qobject_cast<QAction *>(object))
@@ -156,6 +172,20 @@ void directWrite(QObject *object, Direct kind, const QString &value)
     case Direct::None:
         break;
     }
+}
+
+// The item list of a combo box or list widget and the lines of a text edit
+// have no property of their own; on any other class a property of that name
+// is an ordinary string-list property.
+bool isItemsOf(const QObject *object, const QString &property)
+{
+    return property.compare(QLatin1String("Items"), Qt::CaseInsensitive) == 0
+        && (qobject_cast<const QComboBox *>(object) || qobject_cast<const QListWidget *>(object));
+}
+
+bool isLinesOf(const QObject *object, const QString &property)
+{
+    return property.compare(QLatin1String("Lines"), Qt::CaseInsensitive) == 0 && documentOf(object);
 }
 
 } // namespace
@@ -187,9 +217,10 @@ bool writeString(QObject *object, const QString &property, const QString &value)
     return p.write(object, value);
 }
 
+
 QStringList readLines(const QObject *object, const QString &property)
 {
-    if (property.compare(QLatin1String("Items"), Qt::CaseInsensitive) == 0) {
+    if (isItemsOf(object, property)) {
         QStringList lines;
         if (auto *combo = qobject_cast<const QComboBox *>(object)) {
             for (int i = 0; i < combo->count(); ++i)
@@ -200,18 +231,15 @@ QStringList readLines(const QObject *object, const QString &property)
         }
         return lines;
     }
-    if (property.compare(QLatin1String("Lines"), Qt::CaseInsensitive) == 0) {
-        if (const QTextDocument *doc = documentOf(object))
-            return documentLines(doc);
-        return {};
-    }
+    if (isLinesOf(object, property))
+        return documentLines(documentOf(object));
     const QMetaProperty p = metaProperty(object, property);
     return p.isValid() ? p.read(object).toStringList() : QStringList();
 }
 
 void writeLines(QObject *object, const QString &property, const QStringList &lines)
 {
-    if (property.compare(QLatin1String("Items"), Qt::CaseInsensitive) == 0) {
+    if (isItemsOf(object, property)) {
         if (auto *combo = qobject_cast<QComboBox *>(object)) {
             const int current = combo->currentIndex();
             for (int j = 0; j < lines.size(); ++j) {
@@ -235,9 +263,9 @@ void writeLines(QObject *object, const QString &property, const QStringList &lin
         }
         return;
     }
-    if (property.compare(QLatin1String("Lines"), Qt::CaseInsensitive) == 0) {
+    if (isLinesOf(object, property)) {
         QTextDocument *doc = documentOf(object);
-        if (!doc || documentLines(doc) == lines)
+        if (documentLines(doc) == lines)
             return;
         // A text edit holds one document; its lines are its blocks.
         if (auto *plain = qobject_cast<QPlainTextEdit *>(object))

@@ -85,7 +85,9 @@ ClassProps buildClassProps(const QObject *object)
         c.props.append(info);
         if (info.kind != TvxPropInfo::String)
             continue;
-        if (c.caption.isEmpty() && (info.name == QLatin1String("text") || info.name == QLatin1String("title")))
+        // The user property (a line edit's text) is the user's data, never a caption.
+        if (c.caption.isEmpty() && !p.isUser()
+            && (info.name == QLatin1String("text") || info.name == QLatin1String("title")))
             c.caption = info.name;
         if (info.name == QLatin1String("windowTitle"))
             c.hasWindowTitle = true;

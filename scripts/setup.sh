@@ -11,6 +11,7 @@ packages=(
   dbus
   clang-14 libclang-rt-14-dev
   fonts-dejavu-core
+  qtbase5-examples
 )
 
 missing=()

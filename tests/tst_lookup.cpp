@@ -211,7 +211,7 @@ void TstLookup::loadedCompletesDialogs()
 
     QWidget other;
     TVexil ext(&other);
-    ext.SetOptions(loUseExtCommonStrings);
+    ext.setOptions(loUseExtCommonStrings);
     QCoreApplication::processEvents(); // the event loop running ends loading too
     QVERIFY(!ext.isLoading());
     QCOMPARE(ext.DlgsCaptions()->count(), 0);

@@ -103,7 +103,7 @@ void TstMaintenance::delimiterWhileLoadingOnlyStores()
     TVexil vx(&form);
     QVERIFY(vx.isLoading());
     vx.setStrings({QStringLiteral("S;text;")});
-    vx.SetLangDelim(QLatin1Char(';'));
+    vx.setLangDelim(QLatin1Char(';'));
     QCOMPARE(vx.Strings()->at(0), QStringLiteral("S;text;"));
     QCOMPARE(vx.DlgsCaptions()->at(0), QStringLiteral("Warning\tWarning\t")); // not rewritten
     QCOMPARE(vx.GetText(QStringLiteral("S")), QStringLiteral("text"));

@@ -112,8 +112,9 @@ void TstSwitching::outOfRangeRaisesUnlessLoading()
     QWidget loadingForm;
     TVexil loading(&loadingForm);
     QVERIFY(loading.isLoading());
-    loading.SetActLang(5);
+    loading.setActiveLanguage(5); // as setupUi would write it
     QCOMPARE(loading.ActiveLanguage(), 1);
+    QVERIFY(loading.isLoading());
 }
 
 void TstSwitching::emptyTextsAndTranslateType()
