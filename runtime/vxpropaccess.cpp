@@ -9,6 +9,7 @@
 #include <QtGui/QAction>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QFontComboBox>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QListWidget>
@@ -180,7 +181,8 @@ void directWrite(QObject *object, Direct kind, const QString &value)
 bool isItemsOf(const QObject *object, const QString &property)
 {
     return property.compare(QLatin1String("Items"), Qt::CaseInsensitive) == 0
-        && (qobject_cast<const QComboBox *>(object) || qobject_cast<const QListWidget *>(object));
+        && ((qobject_cast<const QComboBox *>(object) && !qobject_cast<const QFontComboBox *>(object))
+            || qobject_cast<const QListWidget *>(object));
 }
 
 bool isLinesOf(const QObject *object, const QString &property)

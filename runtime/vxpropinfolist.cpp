@@ -5,6 +5,7 @@
 #include <QtCore/QSet>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDockWidget>
+#include <QtWidgets/QFontComboBox>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QTabWidget>
@@ -92,7 +93,9 @@ ClassProps buildClassProps(const QObject *object)
         if (info.name == QLatin1String("windowTitle"))
             c.hasWindowTitle = true;
     }
-    if (qobject_cast<const QComboBox *>(object) || qobject_cast<const QListWidget *>(object))
+    // A font combo box lists the fonts of the system, which are no texts.
+    if ((qobject_cast<const QComboBox *>(object) && !qobject_cast<const QFontComboBox *>(object))
+        || qobject_cast<const QListWidget *>(object))
         addPseudo(c, "Items", TvxPropInfo::StringList);
     if (qobject_cast<const QPlainTextEdit *>(object) || qobject_cast<const QTextEdit *>(object))
         addPseudo(c, "Lines", TvxPropInfo::StringList);

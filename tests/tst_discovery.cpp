@@ -1,6 +1,7 @@
 // Property discovery on real Qt forms: which lines the tables gain, keep,
 // recover after a rename and lose.
 #include "vxcomp.h"
+#include "vxformstorage.h"
 
 #include <QtTest>
 #include <QtGui/QAction>
@@ -10,6 +11,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
+#include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
@@ -42,10 +44,31 @@ static QStringList keys(const TvxStringList *list)
     return k;
 }
 
+// A class of the application's own with string lists named like the item
+// lists of Qt's widgets: ordinary properties all the same.
+class TagEditor : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(QStringList items READ items WRITE setItems)
+    Q_PROPERTY(QStringList lines READ lines WRITE setLines)
+public:
+    using QWidget::QWidget;
+    QStringList items() const { return m_items; }
+    void setItems(const QStringList &l) { m_items = l; }
+    QStringList lines() const { return m_lines; }
+    void setLines(const QStringList &l) { m_lines = l; }
+
+private:
+    QStringList m_items, m_lines;
+};
+
 class TstDiscovery : public QObject
 {
     Q_OBJECT
 private slots:
+    void onlyDesignedObjectsGetLines();
+    void separatorTurnedIntoItemGetsCaption();
+    void itemsAndLinesOfOtherClasses();
     void newFormLines();
     void formLineStaysFirst();
     void renameKeepsTranslations();
@@ -56,6 +79,84 @@ private slots:
     void staleCollectionAndPropertyLinesGo();
     void otherWindowsAreNotScanned();
 };
+
+void TstDiscovery::onlyDesignedObjectsGetLines()
+{
+    // A main window with the widgets whose insides Qt builds itself.
+    QMainWindow window;
+    window.setObjectName(QStringLiteral("MainWindow"));
+    auto *central = new QWidget(&window);
+    central->setObjectName(QStringLiteral("centralwidget"));
+    window.setCentralWidget(central);
+    for (const char *name : {"tabsA", "tabsB"}) {
+        auto *tabs = new QTabWidget(central);
+        tabs->setObjectName(QLatin1String(name));
+        for (int i = 0; i < 3; ++i) {
+            auto *page = new QWidget;
+            page->setObjectName(QLatin1String(name) + QString::number(i));
+            tabs->addTab(page, QStringLiteral("Page %1").arg(i));
+        }
+    }
+    auto *edit = new QLineEdit(QStringLiteral("typed by the user"), central);
+    edit->setObjectName(QStringLiteral("edName"));
+    edit->setClearButtonEnabled(true);
+    edit->setPlaceholderText(QStringLiteral("Your name"));
+    auto *storage = new TvxFormStorage(&window);
+    storage->setObjectName(QStringLiteral("FormStorage1"));
+    auto *dispatcher = new TVexilDispatcher(&window);
+    dispatcher->setObjectName(QStringLiteral("Dispatcher1"));
+    auto *vx = new TVexil(central);
+    vx->Loaded();
+    vx->BuildList();
+
+    QStringList all;
+    for (TStringsType t : {stCaptions, stHints, stFonts, stCharSets, stMultiLines, stOtherStrings, stCollections}) {
+        const QStringList k = keys(vx->GetPropListByType(t));
+        QCOMPARE(QSet<QString>(k.begin(), k.end()).size(), k.size()); // no name twice
+        all += k;
+    }
+    const QString joined = all.join(QLatin1Char(' '));
+    for (const char *inner : {"ScrollLeftButton", "ScrollRightButton", "_q_qlineeditclearaction", "_layout",
+                              "FormStorage1", "Dispatcher1", "qt_"})
+        QVERIFY2(!joined.contains(QLatin1String(inner)), inner);
+    QVERIFY(!keys(vx->Captions()).contains(QStringLiteral("edName"))); // the user's text is no caption
+    QVERIFY(all.contains(QStringLiteral("edName.placeholderText")));
+    QVERIFY(all.contains(QStringLiteral("tabsB.Tabs[2].Text")));
+    QVERIFY(all.contains(QStringLiteral("tabsA1"))); // the pages themselves are the form's
+}
+
+void TstDiscovery::separatorTurnedIntoItemGetsCaption()
+{
+    TForm1 form;
+    auto *menu = new QMenu(QStringLiteral("&Edit"), &form);
+    menu->setObjectName(QStringLiteral("menuEdit"));
+    QAction *action = menu->addSeparator();
+    action->setObjectName(QStringLiteral("N1"));
+    form.vx->BuildList();
+    QVERIFY(!keys(form.vx->Captions()).contains(QStringLiteral("N1")));
+    action->setSeparator(false);
+    action->setText(QStringLiteral("&Paste"));
+    form.vx->BuildList();
+    QVERIFY(form.vx->Captions()->lines().contains(QStringLiteral("N1\t&Paste\t")));
+}
+
+void TstDiscovery::itemsAndLinesOfOtherClasses()
+{
+    TForm1 form;
+    auto *tags = new TagEditor(&form);
+    tags->setObjectName(QStringLiteral("tags"));
+    tags->setItems({QStringLiteral("red"), QStringLiteral("green")});
+    tags->setLines({QStringLiteral("one")});
+    form.vx->SetNumLang(2);
+    form.vx->BuildList();
+    QVERIFY(form.vx->MultiLines()->lines().contains(QStringLiteral("tags.items\tred,green\t\t")));
+    QVERIFY(form.vx->MultiLines()->lines().contains(QStringLiteral("tags.lines\tone\t\t")));
+    form.vx->ReplaceStringValue(form.vx->MultiLines(), QStringLiteral("tags.items"), QStringLiteral("rot,grün"), 2);
+    form.vx->ReplaceStringValue(form.vx->MultiLines(), QStringLiteral("tags.lines"), QStringLiteral("eins,zwei"), 2);
+    form.vx->SetActLang(2);
+    QCOMPARE(tags->items(), (QStringList{QStringLiteral("rot"), QStringLiteral("grün")}));
+    QCOMPARE(tags->lines(), (QStringList{QStringLiteral("eins"), QStringLiteral("zwei")}));
+}
 
 void TstDiscovery::newFormLines()
 {

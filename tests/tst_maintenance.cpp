@@ -122,6 +122,18 @@ void TstMaintenance::addAndDeleteStrings()
     QVERIFY(vx.DeleteString(QStringLiteral("IDS_A")));
     QVERIFY(!vx.DeleteString(QStringLiteral("IDS_A")));
     QCOMPARE(vx.Strings()->count(), 1);
+
+    // The empty identifier is the first line that begins with the delimiter,
+    // also when a later one has an empty first field.
+    vx.Strings()->setLines({QStringLiteral("\tfirst\t"), QStringLiteral("\t\tsecond\t"), QStringLiteral("K\tk\t")});
+    QVERIFY(vx.DeleteString(QString()));
+    QCOMPARE(vx.Strings()->at(0), QStringLiteral("\t\tsecond\t"));
+    vx.Strings()->insert(0, QStringLiteral("\tfirst\t"));
+    vx.AddString(QString(), {QStringLiteral("new")});
+    QCOMPARE(vx.Strings()->lines(), (QStringList{QStringLiteral("\t\tsecond\t"), QStringLiteral("K\tk\t"),
+                                                 QStringLiteral("\tnew\t")}));
+    vx.Strings()->clear();
+    vx.AddString(QStringLiteral("IDS_B"), {QStringLiteral("b")});
     // An identifier that only prefixes another is not that one.
     vx.AddString(QStringLiteral("IDS"), {QStringLiteral("short")});
     QCOMPARE(vx.Strings()->count(), 2);

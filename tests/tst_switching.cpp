@@ -220,6 +220,13 @@ void TstSwitching::locales()
     QCOMPARE(settings->value(TvxLocaleSettings::ThousandSeparator), QStringLiteral("."));
     QCOMPARE(settings->value(TvxLocaleSettings::CurrencyString), QStringLiteral("EUR"));
     QVERIFY(spy.count() >= 2);
+
+    // A locale item listed as not to translate keeps its value.
+    settings->resetFromSystem();
+    form.vx->SetDoNotList({QStringLiteral("currency string")});
+    form.vx->ChangeLanguage();
+    QCOMPARE(settings->value(TvxLocaleSettings::CurrencyString), form.vx->savedLocale().at(0));
+    QCOMPARE(settings->value(TvxLocaleSettings::ThousandSeparator), QStringLiteral("."));
     settings->resetFromSystem();
 }
 
