@@ -242,7 +242,7 @@ Q_SIGNALS:
 protected:
     TvxStringList *table(TStringsType type) const
     {
-        return type < stListView_TreeView_Items ? m_tables[type] : nullptr;
+        return type >= 0 && type < StringsTypeCount ? m_tables[type] : nullptr;
     }
     /// The line of @p list whose key is exactly @p key followed by the delimiter.
     int findExactLine(const TvxStringList *list, const QString &key) const;
@@ -255,6 +255,8 @@ private:
     friend class TVexilDispatcher;
     QString ownerName() const;
     QString ownerClassName() const;
+    /// The owner's prefix of keys in translation files (without the dot).
+    QString filePrefix() const;
     int saveToStore(TStringsType type, TMemIniFile &ini, QChar fileDelim);
     int loadFromStore(TStringsType type, const TMemIniFile &ini, bool clear);
     bool mergeFromStore(TStringsType type, const TMemIniFile &ini);
@@ -282,7 +284,7 @@ private:
 
     QPointer<QObject> m_owner;
     int m_lastAssigned = -1;
-    TvxStringList *m_tables[stListView_TreeView_Items] = {};
+    TvxStringList *m_tables[StringsTypeCount] = {};
     int m_activeLanguage = 1;
     int m_numLanguages = 1;
     bool m_changeLocales = false;
@@ -303,7 +305,7 @@ private:
     QList<quint64> m_builtFrom;
     // Per table, the table version and component digest it was last found
     // clean against: the cleaning pass has nothing to do while both hold.
-    QPair<quint64, quint64> m_cleanFor[stListView_TreeView_Items];
+    QPair<quint64, quint64> m_cleanFor[StringsTypeCount];
     // The components of the owner while one operation walks the form
     // several times (a switch, a load or merge of all tables): the form
     // does not change meanwhile, so one walk serves them all.
@@ -322,7 +324,7 @@ private:
         QChar delim;
         QList<bool> hasText; // index: language number
     };
-    mutable ColumnTexts m_columns[stListView_TreeView_Items];
+    mutable ColumnTexts m_columns[StringsTypeCount];
     // Per table, the object and property each line writes, for the table
     // version, component digest, delimiter and do-not-translate list they
     // were resolved against.
@@ -331,7 +333,7 @@ private:
         QList<quint64> key;
         QList<QPair<QObject *, QString>> lines;
     };
-    Bindings m_bindings[stListView_TreeView_Items];
+    Bindings m_bindings[StringsTypeCount];
     const Bindings &bindings(TStringsType type, const TvxComponentList &components);
     bool columnHasText(TStringsType type, int lang) const;
     bool m_bulkLoading = false;
