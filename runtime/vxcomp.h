@@ -156,12 +156,15 @@ public:
 
     // --- files ----------------------------------------------------------
     // A translation file holds the tables of many forms: every key starts
-    // with the owner's class name. Saving rewrites only this owner's keys.
+    // with the owner's class name (its object name when the class is one of
+    // Qt's own). Saving rewrites only this owner's keys.
 
     /// Saves the table of @p type with @p fileDelim between the texts.
     /// Returns the number of table lines, or -1 when the class has no such
-    /// table or @p fileDelim equals LangDelim() (the file is not touched).
-    /// Throws EVexilError when the file cannot be written; the old file stays.
+    /// table or @p fileDelim equals LangDelim() or a character the format
+    /// reserves (the file is not touched). Throws EVexilError when a key or
+    /// text could not be read back as it is, or when the file cannot be
+    /// written; the old file then stays.
     virtual int SaveToFile(TStringsType type, const QString &fileName, QChar fileDelim);
     /// Loads this owner's entries of @p type. Returns the number of distinct
     /// keys in the file's section, or -1 (missing file, no such table, a

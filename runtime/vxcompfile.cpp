@@ -157,8 +157,10 @@ int TvxCustomLang::saveToStore(TStringsType type, TMemIniFile &ini, QChar fileDe
         // Nothing is written that would load back different: the save is
         // refused before the file is touched.
         if (key.contains(QLatin1Char('=')) || key.contains(QChar(13)) || key.contains(QChar(10))
-            || holdsReserved(key) || key.startsWith(QLatin1Char('[')) || key.startsWith(QLatin1Char(';')))
-            refuseSave(ini, section, key, "the key holds \"=\", a line break or a reserved control character");
+            || key.contains(fileCR) || key.contains(fileLF) || key.startsWith(QLatin1Char('['))
+            || key.startsWith(QLatin1Char(';')))
+            refuseSave(ini, section, key,
+                       "the key holds \"=\", a line break or a control character 25 or 26, or begins with \"[\" or \";\"");
         if (holdsReserved(value))
             refuseSave(ini, section, key, "a text holds a reserved control character (25, 26 or 28)");
         if (isBracketed(type)) {

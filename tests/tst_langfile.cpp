@@ -524,6 +524,8 @@ void TstLangFile::clearAppliesToUnreadableFile()
     form.vx->AddString(QStringLiteral("S"), {QStringLiteral("s")});
     QCOMPARE(form.vx->LoadStringsFromFile(unreadable, false), -1);
     QCOMPARE(form.vx->Strings()->count(), 1);
+    QVERIFY(!form.vx->MergeFromFile(stStrings, unreadable)); // a merge keeps what it has
+    QCOMPARE(form.vx->Strings()->count(), 1);
     QCOMPARE(form.vx->LoadStringsFromFile(unreadable, true), -1);
     QCOMPARE(form.vx->Strings()->count(), 0);
 
