@@ -97,7 +97,7 @@ QString languageNameMessage()
 // component and property the text before the first ".".
 QString componentOfKey(const QString &key, TStringsType type)
 {
-    if (type == stMultiLines || type == stOtherStrings || type == stCollections) {
+    if (type == stMultiLines || type == stOtherStrings || type == stCollections || type == stListView_TreeView_Items) {
         const int dot = key.indexOf(QLatin1Char('.'));
         return dot >= 0 ? key.left(dot) : key;
     }
@@ -175,7 +175,7 @@ struct TvxCustomLang::StaleLines
         QHash<QString, QList<int>> byText; // built on first search
         int indexedLanguage = -1;
     };
-    Category categories[stListView_TreeView_Items];
+    Category categories[StringsTypeCount];
     QHash<QString, QString> charSets; // vanished component name -> its character-set line
 };
 
@@ -607,9 +607,17 @@ void TvxCustomLang::SetLangDispatcher(TVexilDispatcher *dispatcher)
 {
     codeCall();
     m_dispatcherName.clear();
+    // A dispatcher that refuses the component is not kept.
+    TVexilDispatcher *previous = m_dispatcher;
     m_dispatcher = dispatcher;
-    if (dispatcher)
-        dispatcher->AddReference(this);
+    if (dispatcher) {
+        try {
+            dispatcher->AddReference(this);
+        } catch (...) {
+            m_dispatcher = previous;
+            throw;
+        }
+    }
 }
 
 QString TvxCustomLang::langDispatcherName() const
@@ -1105,10 +1113,11 @@ void TvxCustomLang::DelOldNames(TvxStringList *list, TStringsType type)
 void TvxCustomLang::delOldNames(TvxStringList *list, TStringsType type, const TvxComponentList &components)
 {
     // Without an owner there are no components to measure the lines against.
-    if (!list || !m_owner || type == stDlgsCaptions || type == stStrings || type == stLocales)
+    if (!list || !m_owner || type < 0 || type >= StringsTypeCount || type == stDlgsCaptions || type == stStrings
+        || type == stLocales)
         return;
     const QPair<quint64, quint64> state(list->version(), components.fingerprint());
-    if (type < stListView_TreeView_Items && m_cleanFor[type] == state && list == table(type))
+    if (m_cleanFor[type] == state && list == table(type))
         return;
     QStringList kept;
     kept.reserve(list->count());
@@ -1148,7 +1157,7 @@ void TvxCustomLang::delOldNames(TvxStringList *list, TStringsType type, const Tv
             removedFonts << name;
     }
     if (!changed) {
-        if (type < stListView_TreeView_Items && list == table(type))
+        if (list == table(type))
             m_cleanFor[type] = state;
         return;
     }

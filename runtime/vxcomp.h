@@ -162,12 +162,15 @@ public:
 
     // --- files ----------------------------------------------------------
     // A translation file holds the tables of many forms: every key starts
-    // with the owner's class name. Saving rewrites only this owner's keys.
+    // with the owner's class name (its object name when the class is one of
+    // Qt's own). Saving rewrites only this owner's keys.
 
     /// Saves the table of @p type with @p fileDelim between the texts.
     /// Returns the number of table lines, or -1 when the class has no such
-    /// table or @p fileDelim equals LangDelim() (the file is not touched).
-    /// Throws EVexilError when the file cannot be written; the old file stays.
+    /// table or @p fileDelim equals LangDelim() or a character the format
+    /// reserves (the file is not touched). Throws EVexilError when a key or
+    /// text could not be read back as it is, or when the file cannot be
+    /// written; the old file then stays.
     virtual int SaveToFile(TStringsType type, const QString &fileName, QChar fileDelim);
     /// Loads this owner's entries of @p type. Returns the number of distinct
     /// keys in the file's section, or -1 (missing file, no such table, a
@@ -264,7 +267,7 @@ protected:
 
     TvxStringList *table(TStringsType type) const
     {
-        return type < stListView_TreeView_Items ? m_tables[type] : nullptr;
+        return type >= 0 && type < StringsTypeCount ? m_tables[type] : nullptr;
     }
     /// The line of @p list whose key is exactly @p key followed by the delimiter.
     int findExactLine(const TvxStringList *list, const QString &key) const;
@@ -277,6 +280,8 @@ private:
     friend class TVexilDispatcher;
     QString ownerName() const;
     QString ownerClassName() const;
+    /// The owner's prefix of keys in translation files (without the dot).
+    QString filePrefix() const;
     int saveToStore(TStringsType type, TMemIniFile &ini, QChar fileDelim);
     int loadFromStore(TStringsType type, const TMemIniFile &ini, bool clear);
     bool mergeFromStore(TStringsType type, const TMemIniFile &ini);
@@ -309,7 +314,7 @@ private:
     QString m_dispatcherName; // named by a form file, not found yet
     void resolveDispatcherName();
     int m_lastAssigned = -1;
-    TvxStringList *m_tables[stListView_TreeView_Items] = {};
+    TvxStringList *m_tables[StringsTypeCount] = {};
     int m_activeLanguage = 1;
     int m_numLanguages = 1;
     bool m_changeLocales = false;
@@ -330,7 +335,7 @@ private:
     QList<quint64> m_builtFrom;
     // Per table, the table version and component digest it was last found
     // clean against: the cleaning pass has nothing to do while both hold.
-    QPair<quint64, quint64> m_cleanFor[stListView_TreeView_Items];
+    QPair<quint64, quint64> m_cleanFor[StringsTypeCount];
     // The components of the owner while one operation walks the form
     // several times (a switch, a load or merge of all tables): the form
     // does not change meanwhile, so one walk serves them all.
@@ -349,7 +354,7 @@ private:
         QChar delim;
         QList<bool> hasText; // index: language number
     };
-    mutable ColumnTexts m_columns[stListView_TreeView_Items];
+    mutable ColumnTexts m_columns[StringsTypeCount];
     // Per table, the object and property each line writes, for the table
     // version, component digest, delimiter and do-not-translate list they
     // were resolved against.
@@ -358,7 +363,7 @@ private:
         QList<quint64> key;
         QList<QPair<QObject *, QString>> lines;
     };
-    Bindings m_bindings[stListView_TreeView_Items];
+    Bindings m_bindings[StringsTypeCount];
     const Bindings &bindings(TStringsType type, const TvxComponentList &components);
     bool columnHasText(TStringsType type, int lang) const;
     bool m_bulkLoading = false;

@@ -7,9 +7,14 @@
 #include "vxerrors.h"
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QLoggingCategory>
 #include <QtCore/QSet>
 
+#include <memory>
+
 namespace {
+
+Q_LOGGING_CATEGORY(lcFiles, "vexil.files")
 
 const QString optionsSection = QStringLiteral("OPTIONS");
 const QString delimiterKey = QStringLiteral("DELIMITER");
@@ -20,8 +25,63 @@ const QString wrongLangSection = QStringLiteral("Language names - for intenal us
 // Characters that keep a multi-line text on one file line.
 const QChar fileCR(25);
 const QChar fileLF(26);
+// Stands for the file delimiter inside a text, so that the text keeps its
+// place among the languages.
+const QChar fileDelimInText(28);
 // Marks a value the store could not find.
 const QChar missingValue(255);
+
+// File delimiters that would clash with the file's own encoding.
+bool isReservedDelimiter(QChar c)
+{
+    return c == QChar(10) || c == QChar(13) || c == fileCR || c == fileLF || c == fileDelimInText;
+}
+
+bool holdsReserved(const QString &text)
+{
+    return text.contains(fileCR) || text.contains(fileLF) || text.contains(fileDelimInText);
+}
+
+// Whether a class is one of Qt's own rather than the application's. Forms
+// built by QUiLoader and form classes without Q_OBJECT report the Qt class
+// they derive from, which many forms share.
+bool isQtClass(const QString &className)
+{
+    QStringView name(className);
+#ifdef QT_NAMESPACE
+    const QString ns = QStringLiteral(QT_STRINGIFY(QT_NAMESPACE) "::");
+    if (name.startsWith(ns))
+        name = name.mid(ns.size());
+#endif
+    return name.size() > 1 && name.at(0) == QLatin1Char('Q') && name.at(1) >= QLatin1Char('A')
+        && name.at(1) <= QLatin1Char('Z') && !name.contains(QLatin1Char(':'));
+}
+
+// Warns once per process for each class and kind of message.
+void warnOnce(const QString &className, bool named)
+{
+    static QSet<QString> warned;
+    const QString tag = className + (named ? QLatin1Char('+') : QLatin1Char('-'));
+    if (warned.contains(tag))
+        return;
+    warned.insert(tag);
+    if (named)
+        qCWarning(lcFiles,
+                  "Translation file keys of forms of Qt's class %s use each form's object name: "
+                  "the class name does not tell such forms apart",
+                  qPrintable(className));
+    else
+        qCWarning(lcFiles,
+                  "A form of Qt's class %s has no object name: its translation file keys use the class "
+                  "name and mix with those of other unnamed %s forms; give the form an object name",
+                  qPrintable(className), qPrintable(className));
+}
+
+[[noreturn]] void refuseSave(const TMemIniFile &ini, const QString &section, const QString &key, const char *reason)
+{
+    throw EVexilError(QStringLiteral("Cannot save \"%1\" in section \"%2\" of \"%3\": %4")
+                          .arg(key, section, ini.FileName(), QLatin1String(reason)));
+}
 
 bool isBracketed(TStringsType type)
 {
@@ -31,6 +91,20 @@ bool isBracketed(TStringsType type)
 QString sectionOf(TStringsType type)
 {
     return QString::fromLatin1(Vexil::IniNames[type]);
+}
+
+// Whether any category section of the file has a key beginning with @p prefix.
+bool fileHasKeys(const TMemIniFile &ini, const QString &prefix)
+{
+    QStringList keys;
+    for (int t = 0; t < StringsTypeCount; ++t) {
+        ini.ReadSection(sectionOf(TStringsType(t)), keys);
+        for (const QString &key : std::as_const(keys)) {
+            if (key.startsWith(prefix))
+                return true;
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -45,13 +119,25 @@ QString TvxCustomLang::ownerClassName() const
     return m_owner ? QString::fromLatin1(m_owner->metaObject()->className()) : QString();
 }
 
+QString TvxCustomLang::filePrefix() const
+{
+    const QString ownerClass = ownerClassName();
+    if (!m_owner || !isQtClass(ownerClass))
+        return ownerClass;
+    // A Qt class is shared by many forms; the object name tells them apart
+    // (Qt Designer gives every form one).
+    const QString name = ownerName();
+    warnOnce(ownerClass, !name.isEmpty());
+    return name.isEmpty() ? ownerClass : name;
+}
+
 int TvxCustomLang::saveToStore(TStringsType type, TMemIniFile &ini, QChar fileDelim)
 {
     TvxStringList *list = GetPropListByType(type);
     if (!list)
         return -1;
     const QString section = sectionOf(type);
-    const QString ownerClass = ownerClassName();
+    const QString prefix = filePrefix();
 
     ini.WriteString(optionsSection, delimiterKey, QString(fileDelim));
     ini.EraseSection(langNameSection);
@@ -67,21 +153,34 @@ int TvxCustomLang::saveToStore(TStringsType type, TMemIniFile &ini, QChar fileDe
         const int d = line.indexOf(m_langDelim);
         QString name = d >= 0 ? line.left(d) : QString();
         QString value = d >= 0 ? line.mid(d + 1) : line;
+        const QString key = prefix + QLatin1Char('.') + name;
+        // Nothing is written that would load back different: the save is
+        // refused before the file is touched.
+        if (key.contains(QLatin1Char('=')) || key.contains(QChar(13)) || key.contains(QChar(10))
+            || key.contains(fileCR) || key.contains(fileLF) || key.startsWith(QLatin1Char('['))
+            || key.startsWith(QLatin1Char(';')))
+            refuseSave(ini, section, key,
+                       "the key holds \"=\", a line break or a control character 25 or 26, or begins with \"[\" or \";\"");
+        if (holdsReserved(value))
+            refuseSave(ini, section, key, "a text holds a reserved control character (25, 26 or 28)");
         if (isBracketed(type)) {
+            if (name.contains(QLatin1Char('-')) || name.contains(QLatin1Char('+')))
+                refuseSave(ini, section, key, "the key holds \"-\" or \"+\", which load back as brackets");
             name.replace(QLatin1Char('['), QLatin1Char('-'));
             name.replace(QLatin1Char(']'), QLatin1Char('+'));
         }
+        value.replace(fileDelim, fileDelimInText);
         value.replace(m_langDelim, fileDelim);
         value.replace(QChar(13), fileCR);
         value.replace(QChar(10), fileLF);
-        ini.WriteString(section, ownerClass + QLatin1Char('.') + name, value);
+        ini.WriteString(section, prefix + QLatin1Char('.') + name, value);
     }
 
     // Keys of the older form (the owner's object name instead of its class
     // name) go. When both names are the same those are the keys just
     // written, and nothing is old.
     const QString oldPrefix = ownerName() + QLatin1Char('.');
-    if (ownerName() != ownerClass) {
+    if (!ownerName().isEmpty() && ownerName() != prefix) {
         QStringList text;
         ini.GetStrings(text);
         const QString header = QLatin1Char('[') + section + QLatin1Char(']');
@@ -117,7 +216,7 @@ int TvxCustomLang::SaveToFile(TStringsType type, const QString &fileName, QChar 
 {
     // With the component's own delimiter the texts could not be told apart
     // from the line's fields again.
-    if (!GetPropListByType(type) || fileDelim == m_langDelim)
+    if (!GetPropListByType(type) || fileDelim == m_langDelim || isReservedDelimiter(fileDelim))
         return -1;
     TMemIniFile ini(fileName);
     const int result = saveToStore(type, ini, fileDelim);
@@ -127,7 +226,7 @@ int TvxCustomLang::SaveToFile(TStringsType type, const QString &fileName, QChar 
 
 void TvxCustomLang::SaveAllToFile(const QString &fileName, QChar fileDelim)
 {
-    if (fileDelim == m_langDelim)
+    if (fileDelim == m_langDelim || isReservedDelimiter(fileDelim))
         return;
     // One store for all categories: the file is read once and replaced once,
     // with the same text category-by-category saves would leave.
@@ -176,13 +275,20 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
         seen.reserve(entries.size());
         int distinct = 0;
 
+        const QString prefix = filePrefix();
         const QString oldPrefix = ownerName() + QLatin1Char('.');
-        const QString newPrefix = ownerClassName() + QLatin1Char('.');
+        const QString newPrefix = prefix + QLatin1Char('.');
+        // An owner of a Qt class is keyed by its object name; files written
+        // before that keyed it by the class name (see fromClassKeys below).
+        const bool byObjectName = prefix != ownerClassName();
+        const QString classPrefix = ownerClassName() + QLatin1Char('.');
         const QString formOld = ownerName() + m_langDelim;
         const QString formNew = ownerClassName() + m_langDelim;
-        QStringList top;
-        QStringList rest;
-        rest.reserve(entries.size());
+        // Form lines go to the top in the order inserting each at the top
+        // gives: [0] for keys of this owner, [1] for class-name keys.
+        QStringList top[2];
+        QStringList rest[2];
+        rest[0].reserve(entries.size());
         for (const QString &entry : std::as_const(entries)) {
             const int eq = entry.indexOf(QLatin1Char('='));
             const QStringView name = eq >= 0 ? QStringView(entry).left(eq) : QStringView();
@@ -195,20 +301,26 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
                 work.replace(QLatin1Char('-'), QLatin1Char('['));
                 work.replace(QLatin1Char('+'), QLatin1Char(']'));
             }
+            int kind = 0;
             if (work.startsWith(oldPrefix) && !ownerName().isEmpty())
                 work.remove(0, oldPrefix.size());
             else if (work.startsWith(newPrefix))
                 work.remove(0, newPrefix.size());
-            else
+            else if (byObjectName && work.startsWith(classPrefix)) {
+                work.remove(0, classPrefix.size());
+                kind = 1;
+            } else
                 continue; // another form's entry
             QString value = entry.mid(eq + 1);
             if (value.size() == 1 && value.at(0) == missingValue)
                 continue;
             QString line;
             if (!value.contains(fileDelim)) {
+                value.replace(fileDelimInText, fileDelim);
                 line = work + value + m_langDelim + value;
             } else {
                 value.replace(fileDelim, m_langDelim);
+                value.replace(fileDelimInText, fileDelim);
                 line = work + value;
             }
             line.replace(fileCR, QChar(13));
@@ -216,13 +328,19 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
             const bool formLine = (!ownerName().isEmpty() && line.startsWith(formOld, Qt::CaseInsensitive))
                 || line.startsWith(formNew, Qt::CaseInsensitive);
             if (formLine)
-                top.prepend(line);
+                top[kind].prepend(line);
             else
-                rest << line;
+                rest[kind] << line;
         }
-        // Form lines go to the top in the order inserting each at the top gives.
-        if (!top.isEmpty() || !rest.isEmpty())
-            list->setLines(top + list->lines() + rest);
+        // Class-name keys of an owner keyed by its object name are read only
+        // from a file that holds no key of that object name at all: one
+        // written before the object name was used. Anywhere else they belong
+        // to other forms of the same Qt class.
+        const bool fromClassKeys = (!top[1].isEmpty() || !rest[1].isEmpty()) && !fileHasKeys(ini, newPrefix);
+        const QStringList &newTop = fromClassKeys ? top[1] : top[0];
+        const QStringList &newRest = fromClassKeys ? rest[1] : rest[0];
+        if (!newTop.isEmpty() || !newRest.isEmpty())
+            list->setLines(newTop + list->lines() + newRest);
 
         if (!m_bulkLoading) {
             DelOldNames(list, type);
@@ -237,14 +355,20 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
 
 int TvxCustomLang::LoadFromFile(TStringsType type, const QString &fileName, bool clear)
 {
-    if (!QFileInfo::exists(fileName) || !GetPropListByType(type))
+    TvxStringList *list = GetPropListByType(type);
+    if (!QFileInfo::exists(fileName) || !list)
         return -1;
+    std::unique_ptr<TMemIniFile> ini;
     try {
-        TMemIniFile ini(fileName);
-        return loadFromStore(type, ini, clear);
+        ini = std::make_unique<TMemIniFile>(fileName);
     } catch (const std::exception &) {
+        // A file that is there but cannot be read still empties the table
+        // when asked to: the table is cleared before the file is opened.
+        if (clear)
+            list->clear();
         return -1;
     }
+    return loadFromStore(type, *ini, clear);
 }
 
 int TvxCustomLang::LoadStringsFromFile(const QString &fileName, bool clear)
@@ -257,18 +381,25 @@ void TvxCustomLang::loadAll(const QString &fileName, bool clear, bool apply)
     const TvxComponentList walked(m_owner);
     const auto shared = shareComponents(walked);
     m_bulkLoading = true;
-    if (QFileInfo::exists(fileName)) {
+    const bool exists = QFileInfo::exists(fileName);
+    std::unique_ptr<TMemIniFile> ini;
+    if (exists) {
         try {
-            TMemIniFile ini(fileName);
-            for (int t = 0; t < StringsTypeCount; ++t) {
-                TvxStringList *list = GetPropListByType(TStringsType(t));
-                loadFromStore(TStringsType(t), ini, clear);
-                if (list)
-                    DelOldNames(list, TStringsType(t));
-            }
+            ini = std::make_unique<TMemIniFile>(fileName);
         } catch (const std::exception &) {
-            // An unreadable file loads nothing.
+            // An unreadable file loads nothing; each table is still
+            // cleared when asked to, as a single load would.
         }
+    }
+    for (int t = 0; t < StringsTypeCount; ++t) {
+        TvxStringList *list = GetPropListByType(TStringsType(t));
+        if (!list)
+            continue;
+        if (ini)
+            loadFromStore(TStringsType(t), *ini, clear);
+        else if (exists && clear)
+            list->clear();
+        DelOldNames(list, TStringsType(t));
     }
     if (apply)
         ChangeLanguage();
@@ -300,9 +431,14 @@ bool TvxCustomLang::mergeFromStore(TStringsType type, const TMemIniFile &ini)
         QSet<QString> names;
         for (const QString &line : std::as_const(merged))
             names.insert(Vexil::upperKey(line.left(line.indexOf(m_langDelim))));
+        // A name the table lacks is taken from the first backup line that
+        // has it; later lines of that name are repeats.
         for (const QString &line : backup) {
-            if (!names.contains(Vexil::upperKey(line.left(line.indexOf(m_langDelim)))))
+            const QString name = Vexil::upperKey(line.left(line.indexOf(m_langDelim)));
+            if (!names.contains(name)) {
+                names.insert(name);
                 merged << line;
+            }
         }
         list->setLines(merged);
     } catch (const std::exception &) {

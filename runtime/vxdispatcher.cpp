@@ -63,16 +63,25 @@ void TVexilDispatcher::SetLangNames(const TvxStringList *names)
 
 void TVexilDispatcher::SetLangNames(const QStringList &names)
 {
-    const QStringList upper = Vexil::upperCased(names);
+    // No names is one language without a name, which is what the count of
+    // one set below would give: the components get that name too, never an
+    // empty list.
+    QStringList upper = Vexil::upperCased(names);
+    if (upper.isEmpty())
+        upper << QStringLiteral("LANGUAGE N1");
+    // Too few names for the active language: refused before anything
+    // changes, as a component does (a form being loaded only stores them).
+    if (m_activeLanguage > upper.size() && !isLoading())
+        throw EListError(QStringLiteral("List index out of bounds (%1)").arg(m_activeLanguage - 1));
     m_langNames->setLines(upper);
-    if (!upper.isEmpty() && m_activeLanguage >= 1 && m_activeLanguage <= upper.size())
+    if (m_activeLanguage >= 1 && m_activeLanguage <= upper.size())
         m_language = upper.at(m_activeLanguage - 1);
     const QList<TvxCustomLang *> references = m_references;
     for (TvxCustomLang *lang : references) {
         lang->SetLangNames(m_langNames);
         lang->SetLanguage(m_language);
     }
-    SetNumOfLanguages(upper.isEmpty() ? 1 : upper.size());
+    SetNumOfLanguages(upper.size());
 }
 
 void TVexilDispatcher::SetLanguage(const QString &name)
@@ -91,6 +100,14 @@ void TVexilDispatcher::AddReference(TvxCustomLang *lang)
 {
     if (!lang)
         return;
+    // A state the component could not take is refused before the component
+    // or the list changes.
+    if (m_numLanguages < 1)
+        throw ELanguageError(QString::number(m_numLanguages) + QLatin1String(" - is not a valid property value !")
+                             + QChar(13) + QLatin1String("Value must be more than ZERO !"));
+    if (m_activeLanguage < 1 || m_activeLanguage > m_numLanguages)
+        throw ELanguageError(QString::number(m_activeLanguage) + QLatin1String(" - is not a valid property value !")
+                             + QChar(13) + QLatin1String("Value must be within [1..NumOfLanguages] !"));
     m_references.removeOne(lang);
     m_references.append(lang);
     if (!m_watched.contains(lang)) {
@@ -101,6 +118,14 @@ void TVexilDispatcher::AddReference(TvxCustomLang *lang)
             m_references.removeAll(lang);
             m_watched.removeAll(lang);
         });
+    }
+    // A component standing on a language past this count switches first,
+    // while its own count still allows both languages; otherwise the names
+    // would be too few for its active language.
+    if (lang->ActiveLanguage() > m_numLanguages) {
+        if (lang->NumOfLanguages() < m_activeLanguage)
+            lang->SetNumLang(m_numLanguages);
+        lang->SetActLang(m_activeLanguage);
     }
     lang->SetNumLang(m_numLanguages);
     lang->SetLangNames(m_langNames);

@@ -25,6 +25,36 @@ public:
     TVexil *vx;
 };
 
+// The same form with a component that also publishes the twelfth table.
+class TVexilItems : public TVexil
+{
+    Q_OBJECT
+    Q_PROPERTY(QStringList ListView_TreeView_Items READ itemLines WRITE setItemLines)
+public:
+    explicit TVexilItems(QWidget *parent) : TVexil(parent) {}
+    QStringList itemLines() const { return GetPropListByType(stListView_TreeView_Items)->lines(); }
+    void setItemLines(const QStringList &l) { SetTable(stListView_TreeView_Items, l); }
+};
+
+class TForm9Items : public QWidget
+{
+    Q_OBJECT
+public:
+    TForm9Items()
+    {
+        setObjectName(QStringLiteral("TForm9"));
+        button = new QPushButton(QStringLiteral("OK"), this);
+        button->setObjectName(QStringLiteral("Button1"));
+        vx = new TVexilItems(this);
+        vx->Loaded();
+        vx->SetNumLang(2);
+        vx->BuildList();
+        vx->AddString(QStringLiteral("Kept"), {QStringLiteral("k"), QStringLiteral("K")});
+    }
+    QPushButton *button;
+    TVexilItems *vx;
+};
+
 namespace {
 
 QByteArray pseudoRandom(int size, quint32 seed)
@@ -69,6 +99,11 @@ void TstBadInput::hostileFiles_data()
     QTest::newRow("brackets everywhere") << QByteArray("[Collections]\nTForm9.-+-+[]=a|\n[]\n[[x]]\n");
     QTest::newRow("invalid UTF-8") << QByteArray("[Strings]\nTForm9.A=\xC3\x28\xFF\xFE|\xE2\x82|\n");
     QTest::newRow("CR only") << QByteArray("[Strings]\rTForm9.A=a|b|\r");
+    QTest::newRow("escaped delimiters") << QByteArray("[Strings]\nTForm9.A=\x1c|\x1c\x1c|\x1c\nTForm9.B=\x1c\n"
+                                                      "[OPTIONS]\nDELIMITER=\x1c\n");
+    QTest::newRow("list and tree items") << QByteArray("[ListView_TreeView_Items]\nTForm9.gone.Items-0+.Caption=a|b|\n"
+                                                       "TForm9.Button1.Items-+-+=x\nTForm9.=|\nTForm9.-=+\n"
+                                                       "tform9.GONE.items-0+.caption=c|\n");
 }
 
 void TstBadInput::hostileFiles()
@@ -115,6 +150,32 @@ void TstBadInput::hostileFiles()
         }
         // What the table had stays reachable, and the form still switches.
         QCOMPARE(vx->GetText(QStringLiteral("Kept")), QStringLiteral("k"));
+        vx->SetActLang(2);
+        vx->SetActLang(1);
+        QCOMPARE(form.button->text(), QStringLiteral("OK"));
+    }
+
+    // A component with all twelve tables: every merge of all of them
+    // succeeds, whatever the file holds.
+    for (int entry = 0; entry < 3; ++entry) {
+        TForm9Items form;
+        TVexilItems *vx = form.vx;
+        switch (entry) {
+        case 0:
+            vx->LoadAllFromFile(file, true);
+            QVERIFY(vx->LoadFromFile(stListView_TreeView_Items, file, false) >= 0);
+            break;
+        case 1:
+            QVERIFY(vx->MergeAllFromFile(file));
+            break;
+        case 2:
+            QVERIFY(vx->MergeAllFromFileDNC(file));
+            QVERIFY(vx->MergeFromFile(stListView_TreeView_Items, file));
+            break;
+        }
+        QVERIFY(!vx->BulkLoading());
+        if (entry)
+            QCOMPARE(vx->GetText(QStringLiteral("Kept")), QStringLiteral("k"));
         vx->SetActLang(2);
         vx->SetActLang(1);
         QCOMPARE(form.button->text(), QStringLiteral("OK"));

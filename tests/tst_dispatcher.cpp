@@ -33,6 +33,8 @@ private slots:
     void namesAndCount();
     void registrationRules();
     void referencesClearedOnDestruction();
+    void registrationPastTheCount();
+    void namesNeverLeaveComponentsWithout();
 };
 
 void TstDispatcher::fansOutToEveryWindow()
@@ -118,6 +120,65 @@ void TstDispatcher::referencesClearedOnDestruction()
     survivor.vx->SetActLang(2);
     QCOMPARE(survivor.button->text(), QStringLiteral("Gut"));
     delete other;
+}
+
+void TstDispatcher::registrationPastTheCount()
+{
+    // A component on its third language joins a dispatcher of two.
+    TVexilDispatcher dispatcher;
+    dispatcher.SetLangNames({QStringLiteral("English"), QStringLiteral("German")});
+    dispatcher.SetActiveLanguage(2);
+    Window w("OK", "Gut");
+    w.vx->SetNumLang(3);
+    w.vx->SetLangNames({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+    w.vx->SetActLang(3);
+    w.vx->SetLangDispatcher(&dispatcher);
+    QCOMPARE(w.vx->LangDispatcher(), &dispatcher);
+    QCOMPARE(dispatcher.references(), QList<TvxCustomLang *>{w.vx});
+    QCOMPARE(w.vx->NumOfLanguages(), 2);
+    QCOMPARE(w.vx->ActiveLanguage(), 2);
+    QCOMPARE(w.vx->LangNames()->lines(), (QStringList{QStringLiteral("ENGLISH"), QStringLiteral("GERMAN")}));
+    QCOMPARE(w.vx->Language(), QStringLiteral("GERMAN"));
+    QCOMPARE(w.button->text(), QStringLiteral("Gut"));
+    dispatcher.SetActiveLanguage(1);
+    QCOMPARE(w.button->text(), QStringLiteral("OK"));
+
+    // A dispatcher whose state no component could take refuses before
+    // anything changes, and the component keeps its previous dispatcher.
+    TVexilDispatcher broken;
+    broken.SetActiveLanguage(5); // nobody registered, so nobody objected
+    Window v("OK", "Gut");
+    v.vx->SetLangDispatcher(&dispatcher);
+    QVERIFY_THROWS_EXCEPTION(ELanguageError, v.vx->SetLangDispatcher(&broken));
+    QCOMPARE(v.vx->LangDispatcher(), &dispatcher);
+    QVERIFY(broken.references().isEmpty());
+    QCOMPARE(v.vx->NumOfLanguages(), 2);
+    QCOMPARE(v.vx->ActiveLanguage(), 1);
+}
+
+void TstDispatcher::namesNeverLeaveComponentsWithout()
+{
+    TVexilDispatcher dispatcher;
+    dispatcher.SetLangNames({QStringLiteral("English"), QStringLiteral("German")});
+    Window w("OK", "Gut");
+    w.vx->SetLangDispatcher(&dispatcher);
+    dispatcher.SetLangNames(QStringList{});
+    QCOMPARE(dispatcher.LangNames()->lines(), QStringList{QStringLiteral("LANGUAGE N1")});
+    QCOMPARE(dispatcher.NumOfLanguages(), 1);
+    QCOMPARE(dispatcher.Language(), QStringLiteral("LANGUAGE N1"));
+    QCOMPARE(w.vx->LangNames()->lines(), QStringList{QStringLiteral("LANGUAGE N1")});
+    QCOMPARE(w.vx->NumOfLanguages(), 1);
+    QCOMPARE(w.vx->Language(), QStringLiteral("LANGUAGE N1"));
+
+    // Fewer names than the active language: refused, nothing changed.
+    dispatcher.SetLangNames({QStringLiteral("English"), QStringLiteral("German")});
+    dispatcher.SetActiveLanguage(2);
+    QVERIFY_THROWS_EXCEPTION(EListError, dispatcher.SetLangNames(QStringList{}));
+    QVERIFY_THROWS_EXCEPTION(EListError, dispatcher.SetLangNames({QStringLiteral("French")}));
+    QCOMPARE(dispatcher.LangNames()->lines(), (QStringList{QStringLiteral("ENGLISH"), QStringLiteral("GERMAN")}));
+    QCOMPARE(dispatcher.NumOfLanguages(), 2);
+    QCOMPARE(w.vx->LangNames()->lines(), (QStringList{QStringLiteral("ENGLISH"), QStringLiteral("GERMAN")}));
+    QCOMPARE(w.button->text(), QStringLiteral("Gut"));
 }
 
 QTEST_MAIN(TstDispatcher)
