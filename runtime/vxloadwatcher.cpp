@@ -4,6 +4,8 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
+#include <exception>
+
 TvxLoadWatcher::TvxLoadWatcher(QObject *owner, std::function<void()> onLoaded, QObject *parent)
     : QObject(parent)
     , m_owner(owner)
@@ -15,7 +17,19 @@ TvxLoadWatcher::TvxLoadWatcher(QObject *owner, std::function<void()> onLoaded, Q
         return;
     m_loading = true;
     window->installEventFilter(this);
-    QTimer::singleShot(0, this, &TvxLoadWatcher::finish);
+    QTimer::singleShot(0, this, &TvxLoadWatcher::finishFromEvent);
+}
+
+void TvxLoadWatcher::finishFromEvent()
+{
+    // Called from the event loop: nothing may be thrown past it.
+    try {
+        finish();
+    } catch (const std::exception &e) {
+        qWarning("Vexil: ending the load of a form failed: %s", e.what());
+    } catch (...) {
+        qWarning("Vexil: ending the load of a form failed");
+    }
 }
 
 void TvxLoadWatcher::finish()
@@ -32,6 +46,6 @@ void TvxLoadWatcher::finish()
 bool TvxLoadWatcher::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_owner && event->type() == QEvent::Show)
-        finish();
+        finishFromEvent();
     return QObject::eventFilter(watched, event);
 }

@@ -28,6 +28,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void finishFromEvent();
+
     QPointer<QObject> m_owner;
     std::function<void()> m_onLoaded;
     bool m_loading = false;
