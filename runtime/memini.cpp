@@ -159,25 +159,91 @@ bool TCustomIniFile::ValueExists(const QString &section, const QString &ident) c
 int TMemIniFile::Section::find(const QString &ident) const
 {
     if (!indexed) {
+        // Walking backwards, each line learns the next line of its name and
+        // the index ends up holding the first one.
         keys.clear();
         exact.clear();
         keys.reserve(lines.size());
-        for (int i = 0; i < lines.size(); ++i) {
+        next.fill(-1, lines.size());
+        for (int i = int(lines.size()) - 1; i >= 0; --i) {
+            if (lines.at(i).isNull())
+                continue;
             const QString key = nameOf(lines.at(i)).toUpper();
-            if (!keys.contains(key))
+            auto it = keys.find(key);
+            if (it == keys.end()) {
                 keys.insert(key, i);
+            } else {
+                next[i] = it.value();
+                it.value() = i;
+            }
         }
         indexed = true;
     }
     // Names are mostly asked for as written: remember those answers so
-    // that only other spellings are upper-cased.
+    // that only other spellings are upper-cased. A remembered line stays
+    // the first of its name until it is deleted.
     const auto hit = exact.constFind(ident);
-    if (hit != exact.cend())
+    if (hit != exact.cend() && !lines.at(hit.value()).isNull())
         return hit.value();
     const int i = keys.value(ident.toUpper(), -1);
     if (i >= 0)
-        exact.insert(ident, i); // an append never changes a first match
+        exact.insert(ident, i);
+    else if (hit != exact.cend())
+        exact.remove(ident);
     return i;
+}
+
+void TMemIniFile::Section::append(const QString &line)
+{
+    lines.append(line);
+    if (!indexed)
+        return;
+    const QString key = nameOf(line).toUpper();
+    next.append(-1);
+    if (keys.contains(key))
+        indexed = false; // a second line of a known name: rare, rebuild later
+    else
+        keys.insert(key, int(lines.size()) - 1);
+}
+
+void TMemIniFile::Section::remove(int i)
+{
+    // `i` is the first live line of its name (find() gave it), so the
+    // next line of that name becomes the first.
+    if (indexed) {
+        const QString key = nameOf(lines.at(i)).toUpper();
+        const int following = next.value(i, -1);
+        if (following >= 0)
+            keys.insert(key, following);
+        else
+            keys.remove(key);
+    }
+    lines[i] = QString();
+    ++dead;
+    // Squeeze the deleted lines out once they are the majority. That takes
+    // at least as many deletions as lines are left to move, so deleting
+    // stays linear overall.
+    if (dead > 16 && dead * 2 > lines.size()) {
+        lines.removeIf([](const QString &line) { return line.isNull(); });
+        dead = 0;
+        indexed = false;
+        keys.clear();
+        exact.clear();
+        next.clear();
+    }
+}
+
+QStringList TMemIniFile::Section::liveLines() const
+{
+    if (dead == 0)
+        return lines;
+    QStringList live;
+    live.reserve(lines.size() - dead);
+    for (const QString &line : lines) {
+        if (!line.isNull())
+            live.append(line);
+    }
+    return live;
 }
 
 TMemIniFile::TMemIniFile(const QString &fileName)
@@ -274,12 +340,10 @@ void TMemIniFile::WriteString(const QString &section, const QString &ident, cons
     Section &sec = s >= 0 ? m_sections[s] : addSection(section);
     const QString line = ident + QLatin1Char('=') + value;
     const int i = sec.find(ident);
-    if (i >= 0) {
+    if (i >= 0)
         sec.lines[i] = line; // same name: the index stays right
-    } else {
-        sec.lines.append(line);
-        sec.keys.insert(nameOf(line).toUpper(), sec.lines.size() - 1);
-    }
+    else
+        sec.append(line);
     m_modified = true;
 }
 
@@ -289,10 +353,12 @@ void TMemIniFile::ReadSection(const QString &section, QStringList &strings) cons
     const int s = findSection(section);
     if (s < 0)
         return;
-    const QStringList &lines = m_sections.at(s).lines;
-    strings.reserve(lines.size());
-    for (const QString &line : lines)
-        strings.append(nameOf(line));
+    const Section &sec = m_sections.at(s);
+    strings.reserve(sec.lines.size() - sec.dead);
+    for (const QString &line : sec.lines) {
+        if (!line.isNull())
+            strings.append(nameOf(line));
+    }
 }
 
 void TMemIniFile::ReadSections(QStringList &strings) const
@@ -307,7 +373,7 @@ void TMemIniFile::ReadSectionValues(const QString &section, QStringList &strings
     strings.clear();
     const int s = findSection(section);
     if (s >= 0)
-        strings = m_sections.at(s).lines;
+        strings = m_sections.at(s).liveLines();
 }
 
 void TMemIniFile::EraseSection(const QString &section)
@@ -329,8 +395,7 @@ void TMemIniFile::DeleteKey(const QString &section, const QString &ident)
     const int i = sec.find(ident);
     if (i < 0)
         return;
-    sec.lines.removeAt(i);
-    sec.indexed = false;
+    sec.remove(i);
     m_modified = true;
 }
 
@@ -346,11 +411,11 @@ void TMemIniFile::GetStrings(QStringList &strings) const
 {
     qsizetype total = strings.size();
     for (const Section &s : m_sections)
-        total += s.lines.size() + 2;
+        total += s.lines.size() - s.dead + 2;
     strings.reserve(total);
     for (const Section &s : m_sections) {
         strings.append(QLatin1Char('[') + s.name + QLatin1Char(']'));
-        strings.append(s.lines);
+        strings.append(s.liveLines());
         strings.append(QString());
     }
 }

@@ -12,6 +12,7 @@ private slots:
     void init() { m_file = m_dir.filePath(QStringLiteral("test.ini")); QFile::remove(m_file); }
     void parsingRules();
     void readsAndWritesKeepFirstMatch();
+    void deletionsKeepFirstMatch();
     void typedValues();
     void wholeText();
     void renameReloadsFromFirstName();
@@ -76,6 +77,59 @@ void TstMemIni::readsAndWritesKeepFirstMatch()
     QStringList sections;
     ini.ReadSections(sections);
     QCOMPARE(sections, (QStringList{QStringLiteral("s"), QStringLiteral("New")}));
+}
+
+void TstMemIni::deletionsKeepFirstMatch()
+{
+    // Every key three times, in three rounds; deleting walks through the
+    // duplicates in file order, whatever the spelling asked with.
+    QByteArray bytes("[S]\n");
+    for (int round = 0; round < 3; ++round) {
+        for (int i = 0; i < 40; ++i)
+            bytes += "Key" + QByteArray::number(i) + "=" + QByteArray::number(round) + "\n";
+    }
+    write(bytes);
+    TMemIniFile ini(m_file);
+    const auto value = [&](int i) { return ini.ReadString(QStringLiteral("S"), QStringLiteral("key%1").arg(i), QStringLiteral("-")); };
+    QCOMPARE(value(5), QStringLiteral("0"));
+    QCOMPARE(ini.ReadString(QStringLiteral("S"), QStringLiteral("Key5"), QString()), QStringLiteral("0"));
+    for (int i = 0; i < 40; i += 2)
+        ini.DeleteKey(QStringLiteral("S"), QStringLiteral("KEY%1").arg(i));
+    QCOMPARE(value(4), QStringLiteral("1"));
+    QCOMPARE(ini.ReadString(QStringLiteral("S"), QStringLiteral("Key4"), QString()), QStringLiteral("1"));
+    QCOMPARE(value(5), QStringLiteral("0"));
+    ini.WriteString(QStringLiteral("S"), QStringLiteral("key4"), QStringLiteral("w"));
+    for (int i = 0; i < 40; ++i)
+        ini.DeleteKey(QStringLiteral("S"), QStringLiteral("Key%1").arg(i));
+    QCOMPARE(value(4), QStringLiteral("2"));
+    QCOMPARE(value(5), QStringLiteral("1"));
+    QStringList values;
+    ini.ReadSectionValues(QStringLiteral("S"), values);
+    QCOMPARE(values.size(), 60);
+    QCOMPARE(values.first(), QStringLiteral("Key1=1"));
+    QCOMPARE(values.at(19), QStringLiteral("Key39=1"));
+    QCOMPARE(values.at(20), QStringLiteral("Key0=2"));
+    // Deleting the last line of a name and writing it again appends it.
+    for (int round = 0; round < 2; ++round)
+        ini.DeleteKey(QStringLiteral("S"), QStringLiteral("Key1"));
+    QCOMPARE(value(1), QStringLiteral("-"));
+    ini.DeleteKey(QStringLiteral("S"), QStringLiteral("Key1")); // no effect
+    ini.WriteString(QStringLiteral("S"), QStringLiteral("KEY1"), QStringLiteral("back"));
+    QCOMPARE(value(1), QStringLiteral("back"));
+    QStringList names;
+    ini.ReadSection(QStringLiteral("S"), names);
+    QCOMPARE(names.size(), 59);
+    QCOMPARE(names.last(), QStringLiteral("KEY1"));
+    QStringList text;
+    ini.GetStrings(text);
+    QCOMPARE(text.size(), 59 + 2);
+    QCOMPARE(text.indexOf(QString()), 60); // no deleted line shows
+    // A section whose lines are all deleted counts as absent.
+    for (const QString &name : std::as_const(names))
+        ini.DeleteKey(QStringLiteral("S"), name);
+    QVERIFY(!ini.SectionExists(QStringLiteral("S")));
+    ini.WriteString(QStringLiteral("S"), QStringLiteral("Key2"), QStringLiteral("new"));
+    QCOMPARE(value(2), QStringLiteral("new"));
 }
 
 void TstMemIni::typedValues()
