@@ -1,9 +1,9 @@
 #include "memini.h"
 
 #include "vxerrors.h"
+#include "vxlocalesettings.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QLocale>
 #include <QtCore/QSaveFile>
 #include <QtCore/QStringDecoder>
 
@@ -79,12 +79,16 @@ void TCustomIniFile::WriteBool(const QString &section, const QString &ident, boo
     WriteString(section, ident, value ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
+// Dates, times and numbers follow the suite's locale settings as they are
+// at the time of the call, so a language switch that changes them changes
+// the text form too.
+
 QDate TCustomIniFile::ReadDate(const QString &section, const QString &ident, const QDate &def) const
 {
     const QString s = ReadString(section, ident, QString());
     if (s.isEmpty())
         return def;
-    const QDate d = QLocale::system().toDate(s, QLocale::ShortFormat);
+    const QDate d = TvxLocaleSettings::instance()->stringToDate(s);
     return d.isValid() ? d : def;
 }
 
@@ -93,7 +97,7 @@ QDateTime TCustomIniFile::ReadDateTime(const QString &section, const QString &id
     const QString s = ReadString(section, ident, QString());
     if (s.isEmpty())
         return def;
-    const QDateTime d = QLocale::system().toDateTime(s, QLocale::ShortFormat);
+    const QDateTime d = TvxLocaleSettings::instance()->stringToDateTime(s);
     return d.isValid() ? d : def;
 }
 
@@ -103,7 +107,7 @@ double TCustomIniFile::ReadFloat(const QString &section, const QString &ident, d
     if (s.isEmpty())
         return def;
     bool ok = false;
-    const double v = QLocale::system().toDouble(s, &ok);
+    const double v = TvxLocaleSettings::instance()->stringToFloat(s, &ok);
     return ok ? v : def;
 }
 
@@ -112,28 +116,28 @@ QTime TCustomIniFile::ReadTime(const QString &section, const QString &ident, con
     const QString s = ReadString(section, ident, QString());
     if (s.isEmpty())
         return def;
-    const QTime t = QLocale::system().toTime(s, QLocale::LongFormat);
+    const QTime t = TvxLocaleSettings::instance()->stringToTime(s);
     return t.isValid() ? t : def;
 }
 
 void TCustomIniFile::WriteDate(const QString &section, const QString &ident, const QDate &value)
 {
-    WriteString(section, ident, QLocale::system().toString(value, QLocale::ShortFormat));
+    WriteString(section, ident, TvxLocaleSettings::instance()->dateToString(value));
 }
 
 void TCustomIniFile::WriteDateTime(const QString &section, const QString &ident, const QDateTime &value)
 {
-    WriteString(section, ident, QLocale::system().toString(value, QLocale::ShortFormat));
+    WriteString(section, ident, TvxLocaleSettings::instance()->dateTimeToString(value));
 }
 
 void TCustomIniFile::WriteFloat(const QString &section, const QString &ident, double value)
 {
-    WriteString(section, ident, QLocale::system().toString(value, 'g', 15));
+    WriteString(section, ident, TvxLocaleSettings::instance()->floatToString(value));
 }
 
 void TCustomIniFile::WriteTime(const QString &section, const QString &ident, const QTime &value)
 {
-    WriteString(section, ident, QLocale::system().toString(value, QLocale::LongFormat));
+    WriteString(section, ident, TvxLocaleSettings::instance()->timeToString(value));
 }
 
 bool TCustomIniFile::SectionExists(const QString &section) const

@@ -32,7 +32,9 @@ public:
     virtual void WriteInteger(const QString &section, const QString &ident, int value);
     virtual bool ReadBool(const QString &section, const QString &ident, bool def) const;
     virtual void WriteBool(const QString &section, const QString &ident, bool value);
-    /// Dates, times and numbers in the system locale's short text form.
+    /// Dates, times and numbers in the text forms of the suite's locale
+    /// settings (TvxLocaleSettings) at the time of the call; text that does
+    /// not convert gives @p def.
     virtual QDate ReadDate(const QString &section, const QString &ident, const QDate &def) const;
     virtual QDateTime ReadDateTime(const QString &section, const QString &ident, const QDateTime &def) const;
     virtual double ReadFloat(const QString &section, const QString &ident, double def) const;
