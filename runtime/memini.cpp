@@ -1,9 +1,9 @@
 #include "memini.h"
 
 #include "vxerrors.h"
+#include "vxlocalesettings.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QLocale>
 #include <QtCore/QSaveFile>
 #include <QtCore/QStringDecoder>
 
@@ -79,12 +79,16 @@ void TCustomIniFile::WriteBool(const QString &section, const QString &ident, boo
     WriteString(section, ident, value ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
+// Dates, times and numbers follow the suite's locale settings as they are
+// at the time of the call, so a language switch that changes them changes
+// the text form too.
+
 QDate TCustomIniFile::ReadDate(const QString &section, const QString &ident, const QDate &def) const
 {
     const QString s = ReadString(section, ident, QString());
     if (s.isEmpty())
         return def;
-    const QDate d = QLocale::system().toDate(s, QLocale::ShortFormat);
+    const QDate d = TvxLocaleSettings::instance()->stringToDate(s);
     return d.isValid() ? d : def;
 }
 
@@ -93,7 +97,7 @@ QDateTime TCustomIniFile::ReadDateTime(const QString &section, const QString &id
     const QString s = ReadString(section, ident, QString());
     if (s.isEmpty())
         return def;
-    const QDateTime d = QLocale::system().toDateTime(s, QLocale::ShortFormat);
+    const QDateTime d = TvxLocaleSettings::instance()->stringToDateTime(s);
     return d.isValid() ? d : def;
 }
 
@@ -103,7 +107,7 @@ double TCustomIniFile::ReadFloat(const QString &section, const QString &ident, d
     if (s.isEmpty())
         return def;
     bool ok = false;
-    const double v = QLocale::system().toDouble(s, &ok);
+    const double v = TvxLocaleSettings::instance()->stringToFloat(s, &ok);
     return ok ? v : def;
 }
 
@@ -112,28 +116,28 @@ QTime TCustomIniFile::ReadTime(const QString &section, const QString &ident, con
     const QString s = ReadString(section, ident, QString());
     if (s.isEmpty())
         return def;
-    const QTime t = QLocale::system().toTime(s, QLocale::LongFormat);
+    const QTime t = TvxLocaleSettings::instance()->stringToTime(s);
     return t.isValid() ? t : def;
 }
 
 void TCustomIniFile::WriteDate(const QString &section, const QString &ident, const QDate &value)
 {
-    WriteString(section, ident, QLocale::system().toString(value, QLocale::ShortFormat));
+    WriteString(section, ident, TvxLocaleSettings::instance()->dateToString(value));
 }
 
 void TCustomIniFile::WriteDateTime(const QString &section, const QString &ident, const QDateTime &value)
 {
-    WriteString(section, ident, QLocale::system().toString(value, QLocale::ShortFormat));
+    WriteString(section, ident, TvxLocaleSettings::instance()->dateTimeToString(value));
 }
 
 void TCustomIniFile::WriteFloat(const QString &section, const QString &ident, double value)
 {
-    WriteString(section, ident, QLocale::system().toString(value, 'g', 15));
+    WriteString(section, ident, TvxLocaleSettings::instance()->floatToString(value));
 }
 
 void TCustomIniFile::WriteTime(const QString &section, const QString &ident, const QTime &value)
 {
-    WriteString(section, ident, QLocale::system().toString(value, QLocale::LongFormat));
+    WriteString(section, ident, TvxLocaleSettings::instance()->timeToString(value));
 }
 
 bool TCustomIniFile::SectionExists(const QString &section) const
@@ -159,25 +163,91 @@ bool TCustomIniFile::ValueExists(const QString &section, const QString &ident) c
 int TMemIniFile::Section::find(const QString &ident) const
 {
     if (!indexed) {
+        // Walking backwards, each line learns the next line of its name and
+        // the index ends up holding the first one.
         keys.clear();
         exact.clear();
         keys.reserve(lines.size());
-        for (int i = 0; i < lines.size(); ++i) {
+        next.fill(-1, lines.size());
+        for (int i = int(lines.size()) - 1; i >= 0; --i) {
+            if (lines.at(i).isNull())
+                continue;
             const QString key = nameOf(lines.at(i)).toUpper();
-            if (!keys.contains(key))
+            auto it = keys.find(key);
+            if (it == keys.end()) {
                 keys.insert(key, i);
+            } else {
+                next[i] = it.value();
+                it.value() = i;
+            }
         }
         indexed = true;
     }
     // Names are mostly asked for as written: remember those answers so
-    // that only other spellings are upper-cased.
+    // that only other spellings are upper-cased. A remembered line stays
+    // the first of its name until it is deleted.
     const auto hit = exact.constFind(ident);
-    if (hit != exact.cend())
+    if (hit != exact.cend() && !lines.at(hit.value()).isNull())
         return hit.value();
     const int i = keys.value(ident.toUpper(), -1);
     if (i >= 0)
-        exact.insert(ident, i); // an append never changes a first match
+        exact.insert(ident, i);
+    else if (hit != exact.cend())
+        exact.remove(ident);
     return i;
+}
+
+void TMemIniFile::Section::append(const QString &line)
+{
+    lines.append(line);
+    if (!indexed)
+        return;
+    const QString key = nameOf(line).toUpper();
+    next.append(-1);
+    if (keys.contains(key))
+        indexed = false; // a second line of a known name: rare, rebuild later
+    else
+        keys.insert(key, int(lines.size()) - 1);
+}
+
+void TMemIniFile::Section::remove(int i)
+{
+    // `i` is the first live line of its name (find() gave it), so the
+    // next line of that name becomes the first.
+    if (indexed) {
+        const QString key = nameOf(lines.at(i)).toUpper();
+        const int following = next.value(i, -1);
+        if (following >= 0)
+            keys.insert(key, following);
+        else
+            keys.remove(key);
+    }
+    lines[i] = QString();
+    ++dead;
+    // Squeeze the deleted lines out once they are the majority. That takes
+    // at least as many deletions as lines are left to move, so deleting
+    // stays linear overall.
+    if (dead > 16 && dead * 2 > lines.size()) {
+        lines.removeIf([](const QString &line) { return line.isNull(); });
+        dead = 0;
+        indexed = false;
+        keys.clear();
+        exact.clear();
+        next.clear();
+    }
+}
+
+QStringList TMemIniFile::Section::liveLines() const
+{
+    if (dead == 0)
+        return lines;
+    QStringList live;
+    live.reserve(lines.size() - dead);
+    for (const QString &line : lines) {
+        if (!line.isNull())
+            live.append(line);
+    }
+    return live;
 }
 
 TMemIniFile::TMemIniFile(const QString &fileName)
@@ -274,12 +344,10 @@ void TMemIniFile::WriteString(const QString &section, const QString &ident, cons
     Section &sec = s >= 0 ? m_sections[s] : addSection(section);
     const QString line = ident + QLatin1Char('=') + value;
     const int i = sec.find(ident);
-    if (i >= 0) {
+    if (i >= 0)
         sec.lines[i] = line; // same name: the index stays right
-    } else {
-        sec.lines.append(line);
-        sec.keys.insert(nameOf(line).toUpper(), sec.lines.size() - 1);
-    }
+    else
+        sec.append(line);
     m_modified = true;
 }
 
@@ -289,10 +357,12 @@ void TMemIniFile::ReadSection(const QString &section, QStringList &strings) cons
     const int s = findSection(section);
     if (s < 0)
         return;
-    const QStringList &lines = m_sections.at(s).lines;
-    strings.reserve(lines.size());
-    for (const QString &line : lines)
-        strings.append(nameOf(line));
+    const Section &sec = m_sections.at(s);
+    strings.reserve(sec.lines.size() - sec.dead);
+    for (const QString &line : sec.lines) {
+        if (!line.isNull())
+            strings.append(nameOf(line));
+    }
 }
 
 void TMemIniFile::ReadSections(QStringList &strings) const
@@ -307,7 +377,7 @@ void TMemIniFile::ReadSectionValues(const QString &section, QStringList &strings
     strings.clear();
     const int s = findSection(section);
     if (s >= 0)
-        strings = m_sections.at(s).lines;
+        strings = m_sections.at(s).liveLines();
 }
 
 void TMemIniFile::EraseSection(const QString &section)
@@ -329,8 +399,7 @@ void TMemIniFile::DeleteKey(const QString &section, const QString &ident)
     const int i = sec.find(ident);
     if (i < 0)
         return;
-    sec.lines.removeAt(i);
-    sec.indexed = false;
+    sec.remove(i);
     m_modified = true;
 }
 
@@ -346,11 +415,11 @@ void TMemIniFile::GetStrings(QStringList &strings) const
 {
     qsizetype total = strings.size();
     for (const Section &s : m_sections)
-        total += s.lines.size() + 2;
+        total += s.lines.size() - s.dead + 2;
     strings.reserve(total);
     for (const Section &s : m_sections) {
         strings.append(QLatin1Char('[') + s.name + QLatin1Char(']'));
-        strings.append(s.lines);
+        strings.append(s.liveLines());
         strings.append(QString());
     }
 }

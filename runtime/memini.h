@@ -32,7 +32,9 @@ public:
     virtual void WriteInteger(const QString &section, const QString &ident, int value);
     virtual bool ReadBool(const QString &section, const QString &ident, bool def) const;
     virtual void WriteBool(const QString &section, const QString &ident, bool value);
-    /// Dates, times and numbers in the system locale's short text form.
+    /// Dates, times and numbers in the text forms of the suite's locale
+    /// settings (TvxLocaleSettings) at the time of the call; text that does
+    /// not convert gives @p def.
     virtual QDate ReadDate(const QString &section, const QString &ident, const QDate &def) const;
     virtual QDateTime ReadDateTime(const QString &section, const QString &ident, const QDateTime &def) const;
     virtual double ReadFloat(const QString &section, const QString &ident, double def) const;
@@ -104,14 +106,22 @@ public:
     static QString decode(const QByteArray &bytes);
 
 private:
+    // A section's lines. A deleted line is left as a null string (real
+    // lines are never empty) until more than half the lines are deleted,
+    // so deleting costs no shifting; the key index follows each deletion.
     struct Section
     {
         QString name;
         QStringList lines;
-        mutable QHash<QString, int> keys; // upper-cased name -> first line
-        mutable QHash<QString, int> exact; // name as written -> the same answer
+        int dead = 0; // deleted lines still in `lines`
+        mutable QHash<QString, int> keys; // upper-cased name -> first live line
+        mutable QHash<QString, int> exact; // name as written -> a cached answer
+        mutable QList<int> next; // line -> next line of the same name, or -1
         mutable bool indexed = false;
         int find(const QString &ident) const;
+        void append(const QString &line);
+        void remove(int i);
+        QStringList liveLines() const;
     };
 
     void LoadValues();

@@ -49,7 +49,7 @@ TvxOpenPictureDialog::TvxOpenPictureDialog(QWidget *parent)
 }
 
 TvxSavePictureDialog::TvxSavePictureDialog(QWidget *parent)
-    : TvxOpenDialog(parent, fileKeys("File type:", "Save in:", "Save") << QStringLiteral("Preview"), AcceptSave)
+    : TvxOpenDialog(parent, fileKeys("File type:", "Look in:", "Save") << QStringLiteral("Preview"), AcceptSave)
 {
     setMimeTypeFilters({QStringLiteral("image/png"), QStringLiteral("image/jpeg"), QStringLiteral("image/bmp")});
 }

@@ -10,11 +10,14 @@
 #include <QtWidgets/QFontDialog>
 
 class TvxCustomLang;
+Q_MOC_INCLUDE("vxcomp.h")
 
 // The localised common dialogs: Qt's own (non-native) dialogs whose labels
 // and buttons are translated from the linked translation component's dialog
 // texts each time they are shown. Vexil() is the link; it is cleared when
-// the component is destroyed, and without it nothing is translated.
+// the component is destroyed, and without it nothing is translated. Every
+// dialog publishes the link as the property "Vexil" (a TvxCustomLang*), so
+// form code and property writes can set it.
 
 /// What every localised dialog adds to its Qt dialog: the link.
 class VEXIL_EXPORT TvxLinkedDialog
@@ -22,6 +25,8 @@ class VEXIL_EXPORT TvxLinkedDialog
 public:
     TvxCustomLang *Vexil() const { return m_link->vexil(); }
     void SetVexil(TvxCustomLang *vexil) { m_link->setVexil(vexil); }
+    /// SetVexil() under the name form code generated from .ui files calls.
+    void setVexil(TvxCustomLang *vexil) { SetVexil(vexil); }
     TvxDialogLink *link() const { return m_link; }
 
 protected:
@@ -35,6 +40,7 @@ private:
 class VEXIL_EXPORT TvxOpenDialog : public QFileDialog, public TvxLinkedDialog
 {
     Q_OBJECT
+    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
 public:
     explicit TvxOpenDialog(QWidget *parent = nullptr);
 
@@ -70,6 +76,7 @@ public:
 class VEXIL_EXPORT TvxColorDialog : public QColorDialog, public TvxLinkedDialog
 {
     Q_OBJECT
+    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
 public:
     explicit TvxColorDialog(QWidget *parent = nullptr);
 };
@@ -78,6 +85,7 @@ public:
 class VEXIL_EXPORT TvxFontDialog : public QFontDialog, public TvxLinkedDialog
 {
     Q_OBJECT
+    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
 public:
     explicit TvxFontDialog(QWidget *parent = nullptr);
 };
@@ -86,6 +94,7 @@ public:
 class VEXIL_EXPORT TvxPrinterSetupDialog : public QPageSetupDialog, public TvxLinkedDialog
 {
     Q_OBJECT
+    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
 public:
     explicit TvxPrinterSetupDialog(QWidget *parent = nullptr);
 };
@@ -94,6 +103,7 @@ public:
 class VEXIL_EXPORT TvxPrintDialog : public QPrintDialog, public TvxLinkedDialog
 {
     Q_OBJECT
+    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
 public:
     explicit TvxPrintDialog(QWidget *parent = nullptr);
 };

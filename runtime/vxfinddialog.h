@@ -10,6 +10,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
+Q_MOC_INCLUDE("vxcomp.h")
 
 /// The suite's own Find dialog: a search text, whole-word and case options,
 /// a direction, and Find Next. Modeless: Execute() shows it and find()
@@ -18,6 +19,7 @@ class QRadioButton;
 class VEXIL_EXPORT TvxFindDialog : public QDialog, public TvxLinkedDialog
 {
     Q_OBJECT
+    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
     Q_PROPERTY(QString FindText READ FindText WRITE SetFindText)
 public:
     explicit TvxFindDialog(QWidget *parent = nullptr);

@@ -87,6 +87,10 @@ void TvxFormStorage::restore()
         return;
     const QPoint pos = m_form->pos();
     const QSize size = m_form->size();
+    // Moving or resizing a shown window drops its maximized or full-screen
+    // state, so the state is put back wherever the stored one does not
+    // replace it.
+    const Qt::WindowStates windowState = m_form->windowState();
     const std::unique_ptr<QSettings> settings = openKey(m_rootKey, m_subKey);
     try {
         const QString state = settings->value(QStringLiteral("State")).toString();
@@ -109,10 +113,14 @@ void TvxFormStorage::restore()
             m_form->setWindowState(Qt::WindowNoState);
         else if (third == QLatin1Char('x'))
             m_form->setWindowState(Qt::WindowMaximized);
+        else if (m_form->windowState() != windowState)
+            m_form->setWindowState(windowState);
     } catch (const std::exception &) {
         // A damaged placement gives the designed one back.
         m_form->move(pos);
         m_form->resize(size);
+        if (m_form->windowState() != windowState)
+            m_form->setWindowState(windowState);
     }
 }
 
@@ -135,4 +143,6 @@ void TvxFormStorage::FormDestroing()
         settings->setValue(QStringLiteral("Width"), m_form->width());
     }
     settings->sync();
+    if (settings->status() != QSettings::NoError)
+        throw EVexilError(QStringLiteral("Cannot write the form placement to \"%1\"").arg(m_subKey));
 }

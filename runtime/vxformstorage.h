@@ -53,7 +53,9 @@ public:
 
     /// Restores the placement; runs once when the form has been loaded.
     virtual void Loaded();
-    /// Saves the placement; runs when the component is destroyed with its form.
+    /// Saves the placement; runs when the component is destroyed with its
+    /// form. Throws EVexilError when the settings cannot be written (the
+    /// destructor swallows it).
     void FormDestroing();
 
     bool isDesigning() const { return m_designing; }

@@ -4,12 +4,16 @@
 
 #include "vxcomp.h"
 
+#include <QtCore/QPointer>
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
+
+#include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -64,14 +68,68 @@ int screenHalfWidth(const QWidget *w)
     return screen ? qMax(screen->availableGeometry().width() / 2, 200) : 320;
 }
 
-int showAt(QDialog *dialog, int x, int y)
+// Shows a box modally and frees it. Freeing the owner window while the box
+// is up frees the box (and usually the translation component) with it:
+// exec() then returns at once, and the box counts as cancelled. Nothing
+// that may have gone with the owner is touched after exec().
+int execAndFree(QDialog *dialog, int x, int y, int cancelled)
 {
     if (x >= 0 && y >= 0)
         dialog->move(x, y);
-    return dialog->exec();
+    QPointer<QDialog> guard(dialog);
+    const int result = dialog->exec();
+    if (!guard)
+        return cancelled;
+    delete dialog;
+    return result;
+}
+
+// A place marker at @p i: "%" with an optional "L" and one or two digits.
+// Returns its number and sets @p length, or -1.
+int markerAt(const QString &text, int i, int &length)
+{
+    if (text.at(i) != QLatin1Char('%'))
+        return -1;
+    int j = i + 1;
+    if (j < text.size() && text.at(j) == QLatin1Char('L'))
+        ++j;
+    int number = -1;
+    for (int k = 0; k < 2 && j < text.size() && text.at(j).isDigit() && text.at(j).unicode() < 128; ++k, ++j)
+        number = (number < 0 ? 0 : number * 10) + text.at(j).digitValue();
+    length = j - i;
+    return number;
 }
 
 } // namespace
+
+QString Vexil::formatMessage(const QString &format, const QVariantList &args)
+{
+    std::vector<int> numbers;
+    int length = 0;
+    for (int i = 0; i < format.size(); ++i) {
+        const int n = markerAt(format, i, length);
+        if (n >= 0) {
+            numbers.push_back(n);
+            i += length - 1;
+        }
+    }
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+
+    QString out;
+    out.reserve(format.size());
+    for (int i = 0; i < format.size(); ++i) {
+        const int n = markerAt(format, i, length);
+        if (n < 0) {
+            out += format.at(i);
+            continue;
+        }
+        const auto rank = std::lower_bound(numbers.begin(), numbers.end(), n) - numbers.begin();
+        out += rank < args.size() ? args.at(rank).toString() : format.mid(i, length);
+        i += length - 1;
+    }
+    return out;
+}
 
 TMessageForm::TMessageForm(QWidget *parent)
     : QDialog(parent)
@@ -192,10 +250,10 @@ TMessageForm *TvxCustomLang::CreateMessageDialog(const QString &msg, TMsgDlgType
 int TvxCustomLang::MessageDlgPosHelp(const QString &msg, TMsgDlgType type, TMsgDlgButtons buttons, int helpCtx,
                                      int x, int y, const QString &helpFile) const
 {
-    std::unique_ptr<TMessageForm> form(CreateMessageDialog(msg, type, buttons));
+    TMessageForm *form = CreateMessageDialog(msg, type, buttons);
     form->setHelpContext(helpCtx);
     form->setHelpFile(helpFile);
-    return showAt(form.get(), x, y);
+    return execAndFree(form, x, y, form->m_escapeResult);
 }
 
 int TvxCustomLang::MessageDlg(const QString &msg, TMsgDlgType type, TMsgDlgButtons buttons, int helpCtx) const
@@ -221,34 +279,31 @@ void TvxCustomLang::ShowMessage(const QString &msg) const
 
 void TvxCustomLang::ShowMessageFmt(const QString &format, const QVariantList &args) const
 {
-    QString text = format;
-    for (const QVariant &arg : args)
-        text = text.arg(arg.toString());
-    ShowMessage(text);
+    ShowMessage(Vexil::formatMessage(format, args));
 }
 
 bool TvxCustomLang::InputQuery(const QString &caption, const QString &prompt, QString &value) const
 {
-    QDialog form(dialogParent(m_owner));
-    form.setObjectName(QStringLiteral("InputQueryForm"));
-    form.setWindowTitle(caption);
-    const QFontMetrics fm(form.font());
+    auto *form = new QDialog(dialogParent(m_owner));
+    form->setObjectName(QStringLiteral("InputQueryForm"));
+    form->setWindowTitle(caption);
+    const QFontMetrics fm(form->font());
     const DialogUnits du(fm);
 
-    auto *label = new QLabel(prompt, &form);
+    auto *label = new QLabel(prompt, form);
     label->setObjectName(QStringLiteral("Prompt"));
     label->setWordWrap(true);
     const int width = du.h(164);
     const int promptHeight = fm.boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, prompt).height();
     label->setGeometry(du.h(8), du.v(8), width, promptHeight);
-    auto *edit = new QLineEdit(value, &form);
+    auto *edit = new QLineEdit(value, form);
     edit->setObjectName(QStringLiteral("Edit"));
     edit->setGeometry(du.h(8), label->geometry().bottom() + du.v(5), width, edit->sizeHint().height());
     edit->selectAll();
 
-    auto *ok = new QPushButton(DialogText(QStringLiteral("OK"), QStringLiteral("OK")), &form);
+    auto *ok = new QPushButton(DialogText(QStringLiteral("OK"), QStringLiteral("OK")), form);
     ok->setObjectName(QStringLiteral("OK"));
-    auto *cancel = new QPushButton(DialogText(QStringLiteral("Cancel"), QStringLiteral("Cancel")), &form);
+    auto *cancel = new QPushButton(DialogText(QStringLiteral("Cancel"), QStringLiteral("Cancel")), form);
     cancel->setObjectName(QStringLiteral("Cancel"));
     const int bw = qMax(buttonWidth(fm, du, ok->text()), buttonWidth(fm, du, cancel->text()));
     const int by = edit->geometry().bottom() + du.v(15);
@@ -256,14 +311,18 @@ bool TvxCustomLang::InputQuery(const QString &caption, const QString &prompt, QS
     cancel->setGeometry(clientWidth - du.h(8) - bw, by, bw, du.v(14));
     ok->setGeometry(cancel->x() - du.h(4) - bw, by, bw, du.v(14));
     ok->setDefault(true);
-    QObject::connect(ok, &QPushButton::clicked, &form, &QDialog::accept);
-    QObject::connect(cancel, &QPushButton::clicked, &form, &QDialog::reject);
-    form.setFixedSize(clientWidth, by + du.v(14) + du.v(8));
+    QObject::connect(ok, &QPushButton::clicked, form, &QDialog::accept);
+    QObject::connect(cancel, &QPushButton::clicked, form, &QDialog::reject);
+    form->setFixedSize(clientWidth, by + du.v(14) + du.v(8));
     edit->setFocus();
 
-    if (form.exec() != QDialog::Accepted)
+    // The edit's text is taken before the box is freed; a box freed with
+    // its owner counts as cancelled.
+    QString edited;
+    QObject::connect(form, &QDialog::accepted, form, [edit, &edited] { edited = edit->text(); });
+    if (execAndFree(form, -1, -1, QDialog::Rejected) != QDialog::Accepted)
         return false;
-    value = edit->text();
+    value = edited;
     return true;
 }
 

@@ -3,9 +3,21 @@
 #include "vexil_export.h"
 #include "vxdialogtypes.h"
 
+#include <QtCore/QVariant>
 #include <QtWidgets/QDialog>
 
 class QLabel;
+
+namespace Vexil {
+
+/// @p format with its place markers (%1 ... %99, also written %L1) replaced
+/// in one pass: the lowest-numbered marker takes the first value, the next
+/// lowest the second, and so on. Text that a value brings in is never
+/// scanned again; markers without a value stay as written.
+VEXIL_EXPORT QString formatMessage(const QString &format, const QVariantList &args);
+
+} // namespace Vexil
+
 class QPushButton;
 
 /// The message box the translation component builds: an icon ("Image"), the

@@ -47,6 +47,8 @@ private slots:
         vx->SetActLang(2);
     }
     void openDialog();
+    void saveDialogsLabelTheirFolder();
+    void vexilIsAProperty();
     void colorAndFontDialogs();
     void findAndReplace();
     void linkClearedWithComponent();
@@ -82,6 +84,65 @@ void TstCommonDialogs::openDialog()
     dialog.show();
     QCOMPARE(dialog.labelText(QFileDialog::FileName), QStringLiteral("File &name:"));
     dialog.hide();
+}
+
+void TstCommonDialogs::saveDialogsLabelTheirFolder()
+{
+    translate(*vx, "Look in:", "Suchen in:");
+    translate(*vx, "Save in:", "Speichern in:");
+    translate(*vx, "Save", "&Speichern");
+    TvxSaveDialog save;
+    save.SetVexil(vx.get());
+    save.show();
+    QCOMPARE(save.labelText(QFileDialog::LookIn), QStringLiteral("Speichern in:"));
+    QCOMPARE(save.labelText(QFileDialog::Accept), QStringLiteral("&Speichern"));
+    save.hide();
+    // The picture dialog saves too, but labels its folder as the Open dialogs do.
+    TvxSavePictureDialog picture;
+    picture.SetVexil(vx.get());
+    picture.show();
+    QCOMPARE(picture.labelText(QFileDialog::LookIn), QStringLiteral("Suchen in:"));
+    QCOMPARE(picture.labelText(QFileDialog::Accept), QStringLiteral("&Speichern"));
+    picture.hide();
+}
+
+// The link is a property, so form code and property writes can set it.
+void TstCommonDialogs::vexilIsAProperty()
+{
+    translate(*vx, "Cancel", "Abbrechen");
+    const std::vector<std::unique_ptr<QWidget>> dialogs = [] {
+        std::vector<std::unique_ptr<QWidget>> list;
+        list.emplace_back(new TvxOpenDialog);
+        list.emplace_back(new TvxSaveDialog);
+        list.emplace_back(new TvxColorDialog);
+        list.emplace_back(new TvxFontDialog);
+        list.emplace_back(new TvxPrinterSetupDialog);
+        list.emplace_back(new TvxPrintDialog);
+        list.emplace_back(new TvxFindDialog);
+        list.emplace_back(new TvxReplaceDialog);
+        list.emplace_back(new TvxOpenPictureDialog);
+        list.emplace_back(new TvxSavePictureDialog);
+        return list;
+    }();
+    QWidget notAComponent;
+    for (const auto &dialog : dialogs) {
+        const QMetaObject *meta = dialog->metaObject();
+        const QMetaProperty property = meta->property(meta->indexOfProperty("Vexil"));
+        QVERIFY2(property.isValid() && property.isWritable() && property.isDesignable(), meta->className());
+        QCOMPARE(property.metaType(), QMetaType::fromType<TvxCustomLang *>());
+        QVERIFY(dialog->setProperty("Vexil", QVariant::fromValue(vx.get()))); // a TVexil* will do
+        QCOMPARE(dialog->property("Vexil").value<TvxCustomLang *>(), vx.get());
+        QVERIFY(property.write(dialog.get(), QVariant::fromValue<TvxCustomLang *>(nullptr)));
+        QCOMPARE(dialog->property("Vexil").value<TvxCustomLang *>(), nullptr);
+        QVERIFY(property.write(dialog.get(), QVariant::fromValue<QObject *>(vx.get())));
+        QVERIFY(!property.write(dialog.get(), QVariant::fromValue<QObject *>(&notAComponent)));
+        QCOMPARE(dialog->property("Vexil").value<TvxCustomLang *>(), vx.get());
+    }
+    // Set that way, the link translates.
+    auto *find = static_cast<TvxFindDialog *>(dialogs.at(6).get());
+    find->show();
+    QVERIFY(texts(find).contains(QStringLiteral("Abbrechen")));
+    find->hide();
 }
 
 void TstCommonDialogs::colorAndFontDialogs()

@@ -1,5 +1,6 @@
 // Form placement: restored after loading, saved when the form goes, and
 // kept in settings that point at a temporary folder.
+#include "vxerrors.h"
 #include "vxformstorage.h"
 
 #include <QtTest>
@@ -18,6 +19,8 @@ private slots:
     void maximizedKeepsNormalBounds();
     void minimizedAndThirdLetter();
     void damagedValuesGiveDesignedBounds();
+    void unknownStateKeepsWindowState();
+    void writeErrorReachesCaller();
     void inactiveOrDesigningTouchesNothing();
 
 private:
@@ -128,6 +131,45 @@ void TstFormStorage::damagedValuesGiveDesignedBounds()
     QCOMPARE(f.window.pos(), QPoint(10, 20));
     QCOMPARE(f.window.size(), QSize(300, 200));
     QVERIFY(!(f.window.windowState() & Qt::WindowMaximized));
+}
+
+void TstFormStorage::unknownStateKeepsWindowState()
+{
+    QSettings s = settings(QStringLiteral("Unknown"));
+    s.setValue(QStringLiteral("Top"), 5);
+    s.setValue(QStringLiteral("Left"), 6);
+    s.setValue(QStringLiteral("Height"), 150);
+    s.setValue(QStringLiteral("Width"), 250);
+    s.setValue(QStringLiteral("State"), QStringLiteral("Docked"));
+    s.sync();
+    // A form shown maximized: restoring runs on the shown window, whose
+    // state moving and resizing would drop.
+    Form f(QStringLiteral("Software\\Acme\\Unknown"));
+    f.window.setWindowState(Qt::WindowMaximized);
+    f.window.show();
+    QVERIFY(f.storage->GetForm()->isVisible());
+    QVERIFY(f.window.windowState() & Qt::WindowMaximized);
+    f.storage->SetMyActive(false);
+
+    // Damaged numbers on a shown maximized form: bounds and state stay.
+    s.setValue(QStringLiteral("State"), QStringLiteral("Normal"));
+    s.setValue(QStringLiteral("Width"), QStringLiteral("wide"));
+    s.sync();
+    Form g(QStringLiteral("Software\\Acme\\Unknown"));
+    g.window.setWindowState(Qt::WindowMaximized);
+    g.window.show();
+    QVERIFY(g.window.windowState() & Qt::WindowMaximized);
+    g.storage->SetMyActive(false);
+}
+
+void TstFormStorage::writeErrorReachesCaller()
+{
+    // A folder where the settings file should be: nothing can be written.
+    QVERIFY(QDir(m_dir.path()).mkpath(QStringLiteral("Acme/Broken.conf")));
+    Form f(QStringLiteral("Software\\Acme\\Broken"));
+    f.storage->Loaded();
+    QVERIFY_THROWS_EXCEPTION(EVexilError, f.storage->FormDestroing());
+    // The destructor still swallows it when the form goes.
 }
 
 void TstFormStorage::inactiveOrDesigningTouchesNothing()

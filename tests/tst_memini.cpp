@@ -1,7 +1,9 @@
 // The INI store: parsing and case rules, typed values, the whole-file text,
 // encodings and safe writing.
 #include "memini.h"
+#include "vxcomp.h"
 #include "vxerrors.h"
+#include "vxlocalesettings.h"
 
 #include <QtTest>
 
@@ -12,7 +14,13 @@ private slots:
     void init() { m_file = m_dir.filePath(QStringLiteral("test.ini")); QFile::remove(m_file); }
     void parsingRules();
     void readsAndWritesKeepFirstMatch();
+    void deletionsKeepFirstMatch();
     void typedValues();
+    void typedValuesFollowLocaleSettings_data();
+    void typedValuesFollowLocaleSettings();
+    void typedValuesFollowLanguageSwitch();
+    void localeFormatsFromSystemLocale();
+    void cleanup() { TvxLocaleSettings::instance()->resetFromSystem(); }
     void wholeText();
     void renameReloadsFromFirstName();
     void encodings();
@@ -78,6 +86,59 @@ void TstMemIni::readsAndWritesKeepFirstMatch()
     QCOMPARE(sections, (QStringList{QStringLiteral("s"), QStringLiteral("New")}));
 }
 
+void TstMemIni::deletionsKeepFirstMatch()
+{
+    // Every key three times, in three rounds; deleting walks through the
+    // duplicates in file order, whatever the spelling asked with.
+    QByteArray bytes("[S]\n");
+    for (int round = 0; round < 3; ++round) {
+        for (int i = 0; i < 40; ++i)
+            bytes += "Key" + QByteArray::number(i) + "=" + QByteArray::number(round) + "\n";
+    }
+    write(bytes);
+    TMemIniFile ini(m_file);
+    const auto value = [&](int i) { return ini.ReadString(QStringLiteral("S"), QStringLiteral("key%1").arg(i), QStringLiteral("-")); };
+    QCOMPARE(value(5), QStringLiteral("0"));
+    QCOMPARE(ini.ReadString(QStringLiteral("S"), QStringLiteral("Key5"), QString()), QStringLiteral("0"));
+    for (int i = 0; i < 40; i += 2)
+        ini.DeleteKey(QStringLiteral("S"), QStringLiteral("KEY%1").arg(i));
+    QCOMPARE(value(4), QStringLiteral("1"));
+    QCOMPARE(ini.ReadString(QStringLiteral("S"), QStringLiteral("Key4"), QString()), QStringLiteral("1"));
+    QCOMPARE(value(5), QStringLiteral("0"));
+    ini.WriteString(QStringLiteral("S"), QStringLiteral("key4"), QStringLiteral("w"));
+    for (int i = 0; i < 40; ++i)
+        ini.DeleteKey(QStringLiteral("S"), QStringLiteral("Key%1").arg(i));
+    QCOMPARE(value(4), QStringLiteral("2"));
+    QCOMPARE(value(5), QStringLiteral("1"));
+    QStringList values;
+    ini.ReadSectionValues(QStringLiteral("S"), values);
+    QCOMPARE(values.size(), 60);
+    QCOMPARE(values.first(), QStringLiteral("Key1=1"));
+    QCOMPARE(values.at(19), QStringLiteral("Key39=1"));
+    QCOMPARE(values.at(20), QStringLiteral("Key0=2"));
+    // Deleting the last line of a name and writing it again appends it.
+    for (int round = 0; round < 2; ++round)
+        ini.DeleteKey(QStringLiteral("S"), QStringLiteral("Key1"));
+    QCOMPARE(value(1), QStringLiteral("-"));
+    ini.DeleteKey(QStringLiteral("S"), QStringLiteral("Key1")); // no effect
+    ini.WriteString(QStringLiteral("S"), QStringLiteral("KEY1"), QStringLiteral("back"));
+    QCOMPARE(value(1), QStringLiteral("back"));
+    QStringList names;
+    ini.ReadSection(QStringLiteral("S"), names);
+    QCOMPARE(names.size(), 59);
+    QCOMPARE(names.last(), QStringLiteral("KEY1"));
+    QStringList text;
+    ini.GetStrings(text);
+    QCOMPARE(text.size(), 59 + 2);
+    QCOMPARE(text.indexOf(QString()), 60); // no deleted line shows
+    // A section whose lines are all deleted counts as absent.
+    for (const QString &name : std::as_const(names))
+        ini.DeleteKey(QStringLiteral("S"), name);
+    QVERIFY(!ini.SectionExists(QStringLiteral("S")));
+    ini.WriteString(QStringLiteral("S"), QStringLiteral("Key2"), QStringLiteral("new"));
+    QCOMPARE(value(2), QStringLiteral("new"));
+}
+
 void TstMemIni::typedValues()
 {
     TMemIniFile ini(m_file);
@@ -100,6 +161,146 @@ void TstMemIni::typedValues()
     QCOMPARE(ini.ReadDate(QStringLiteral("T"), QStringLiteral("date"), QDate()).month(), 11);
     QCOMPARE(ini.ReadDate(QStringLiteral("T"), QStringLiteral("bad"), QDate(2000, 1, 1)), QDate(2000, 1, 1));
     QCOMPARE(ini.ReadTime(QStringLiteral("T"), QStringLiteral("missing"), QTime(1, 2)), QTime(1, 2));
+}
+
+// Every kind of typed value reads back as written, under the settings of
+// many locales and under settings a translation might bring.
+void TstMemIni::typedValuesFollowLocaleSettings_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QStringList>("overrides"); // item number, value, ...
+    for (const char *name : {"en_US", "de_DE", "en_GB", "fr_FR", "ja_JP", "zh_CN", "ko_KR", "ru_RU", "ar_EG",
+                             "hi_IN", "es_ES", "nl_NL", "fa_IR", "he_IL", "C"})
+        QTest::newRow(name) << QLocale(QLatin1String(name)) << QStringList();
+    using S = TvxLocaleSettings;
+    const auto item = [](S::Item i) { return QString::number(int(i)); };
+    QTest::newRow("iso, comma") << QLocale(QLocale::C)
+                                << QStringList{item(S::ShortDateFormat), QStringLiteral("yyyy-mm-dd"),
+                                               item(S::DateSeparator), QStringLiteral("."),
+                                               item(S::DecimalSeparator), QStringLiteral(",")};
+    QTest::newRow("two-digit year, am/pm") << QLocale(QLocale::C)
+                                           << QStringList{item(S::ShortDateFormat), QStringLiteral("d/m/yy"),
+                                                          item(S::DateSeparator), QStringLiteral("-"),
+                                                          item(S::LongTimeFormat), QStringLiteral("hh:nn:ss ampm"),
+                                                          item(S::TimeAMString), QStringLiteral("vorm."),
+                                                          item(S::TimePMString), QStringLiteral("nachm.")};
+    QTest::newRow("month names, no seconds")
+        << QLocale(QLocale::C)
+        << QStringList{item(S::ShortDateFormat), QStringLiteral("dddd, d. mmmm yyyy"),
+                       item(S::LongTimeFormat), QStringLiteral("h 'Uhr' mm"), item(S::TimeSeparator),
+                       QStringLiteral(".")};
+    QTest::newRow("fields side by side") << QLocale(QLocale::C)
+                                         << QStringList{item(S::ShortDateFormat), QStringLiteral("yyyymmdd"),
+                                                        item(S::LongTimeFormat), QStringLiteral("hhnnss")};
+    QTest::newRow("no usable formats") << QLocale(QLocale::C)
+                                       << QStringList{item(S::ShortDateFormat), QStringLiteral("mmmm"),
+                                                      item(S::LongTimeFormat), QString(),
+                                                      item(S::DecimalSeparator), QString()};
+}
+
+void TstMemIni::typedValuesFollowLocaleSettings()
+{
+    QFETCH(QLocale, locale);
+    QFETCH(QStringList, overrides);
+    TvxLocaleSettings *settings = TvxLocaleSettings::instance();
+    settings->resetFrom(locale);
+    for (int i = 0; i + 1 < overrides.size(); i += 2)
+        settings->setValue(TvxLocaleSettings::Item(overrides.at(i).toInt()), overrides.at(i + 1));
+
+    TMemIniFile ini(m_file);
+    const QString s = QStringLiteral("T");
+    const QList<QDate> dates = {QDate(2024, 3, 9), QDate(1924, 12, 31), QDate(2075, 1, 1), QDate(1999, 11, 30)};
+    const QList<QTime> times = {QTime(13, 45, 30), QTime(0, 0, 1), QTime(12, 0, 0), QTime(23, 59, 59)};
+    const QList<double> numbers = {2.5, -0.125, 1234567.75, 1e-7, 3e20, 0.1};
+    for (int i = 0; i < dates.size(); ++i) {
+        ini.WriteDate(s, QStringLiteral("date"), dates.at(i));
+        QCOMPARE(ini.ReadDate(s, QStringLiteral("date"), QDate()), dates.at(i));
+        ini.WriteTime(s, QStringLiteral("time"), times.at(i));
+        QCOMPARE(ini.ReadTime(s, QStringLiteral("time"), QTime()), times.at(i));
+        const QDateTime when(dates.at(i), times.at(i));
+        ini.WriteDateTime(s, QStringLiteral("when"), when);
+        QCOMPARE(ini.ReadDateTime(s, QStringLiteral("when"), QDateTime()), when);
+    }
+    for (double number : numbers) {
+        ini.WriteFloat(s, QStringLiteral("float"), number);
+        QCOMPARE(ini.ReadFloat(s, QStringLiteral("float"), 0), number);
+    }
+    // A date alone reads as a date and time at midnight; junk gives the default.
+    ini.WriteDate(s, QStringLiteral("date"), QDate(2024, 3, 9));
+    QCOMPARE(ini.ReadDateTime(s, QStringLiteral("date"), QDateTime()), QDateTime(QDate(2024, 3, 9), QTime(0, 0)));
+    const QDate fallback(2000, 1, 1);
+    for (const char *junk : {"junk", "1", "99/99/99/99", "2024"}) {
+        ini.WriteString(s, QStringLiteral("bad"), QLatin1String(junk));
+        QCOMPARE(ini.ReadDate(s, QStringLiteral("bad"), fallback), fallback);
+        QCOMPARE(ini.ReadDateTime(s, QStringLiteral("bad"), QDateTime(fallback, QTime(1, 2))), QDateTime(fallback, QTime(1, 2)));
+    }
+    ini.WriteString(s, QStringLiteral("bad"), QStringLiteral("25:99"));
+    QCOMPARE(ini.ReadTime(s, QStringLiteral("bad"), QTime(1, 2)), QTime(1, 2));
+}
+
+// A language switch that brings other locale settings changes the text
+// form of values written after it, and they read back.
+void TstMemIni::typedValuesFollowLanguageSwitch()
+{
+    TvxLocaleSettings *settings = TvxLocaleSettings::instance();
+    settings->resetFrom(QLocale(QStringLiteral("en_US")));
+    QWidget form;
+    TVexil vx(&form);
+    vx.Loaded();
+    vx.SetNumLang(2);
+    const QStringList german = {QStringLiteral("EUR"), QStringLiteral("."), QStringLiteral(","),
+                                QStringLiteral("."), QStringLiteral("dd/mm/yyyy"), QStringLiteral("dddd, d. mmmm yyyy"),
+                                QStringLiteral(":"), QString(), QString(), QStringLiteral("hh:nn"),
+                                QStringLiteral("hh:nn:ss")};
+    for (int i = 0; i < german.size(); ++i) {
+        const QString line = vx.Locales()->at(i);
+        vx.Locales()->replace(i, line.section(QLatin1Char('\t'), 0, 1) + QLatin1Char('\t') + german.at(i) + QLatin1Char('\t'));
+    }
+    vx.SetChangeLocales(true);
+
+    TMemIniFile ini(m_file);
+    const QString s = QStringLiteral("T");
+    ini.WriteFloat(s, QStringLiteral("before"), 2.5);
+    QCOMPARE(ini.ReadString(s, QStringLiteral("before"), QString()), QStringLiteral("2.5"));
+    vx.SetActLang(2);
+    QCOMPARE(settings->value(TvxLocaleSettings::DecimalSeparator), QStringLiteral(","));
+    ini.WriteFloat(s, QStringLiteral("float"), 2.5);
+    QCOMPARE(ini.ReadString(s, QStringLiteral("float"), QString()), QStringLiteral("2,5"));
+    QCOMPARE(ini.ReadFloat(s, QStringLiteral("float"), 0), 2.5);
+    QCOMPARE(ini.ReadFloat(s, QStringLiteral("before"), 0), 2.5); // a point still reads
+    ini.WriteDate(s, QStringLiteral("date"), QDate(2024, 1, 2));
+    QCOMPARE(ini.ReadString(s, QStringLiteral("date"), QString()), QStringLiteral("02.01.2024"));
+    QCOMPARE(ini.ReadDate(s, QStringLiteral("date"), QDate()), QDate(2024, 1, 2));
+    ini.WriteDateTime(s, QStringLiteral("when"), QDateTime(QDate(2024, 1, 2), QTime(13, 45, 30)));
+    QCOMPARE(ini.ReadString(s, QStringLiteral("when"), QString()), QStringLiteral("02.01.2024 13:45:30"));
+    QCOMPARE(ini.ReadDateTime(s, QStringLiteral("when"), QDateTime()), QDateTime(QDate(2024, 1, 2), QTime(13, 45, 30)));
+}
+
+// Formats taken from a locale are in the suite's notation, without the
+// locale's time zone or the blank before it.
+void TstMemIni::localeFormatsFromSystemLocale()
+{
+    TvxLocaleSettings *settings = TvxLocaleSettings::instance();
+    settings->resetFrom(QLocale(QStringLiteral("de_DE")));
+    QCOMPARE(settings->value(TvxLocaleSettings::LongTimeFormat), QStringLiteral("HH:nn:ss"));
+    QCOMPARE(settings->value(TvxLocaleSettings::DecimalSeparator), QStringLiteral(","));
+    settings->resetFrom(QLocale(QStringLiteral("en_US")));
+    QCOMPARE(settings->value(TvxLocaleSettings::LongTimeFormat), QStringLiteral("h:nn:ss ampm"));
+    for (const char *name : {"en_US", "de_DE", "fr_FR", "ja_JP", "zh_CN", "ko_KR", "ar_EG", "hi_IN", "fa_IR"}) {
+        settings->resetFrom(QLocale(QLatin1String(name)));
+        for (auto item : {TvxLocaleSettings::ShortTimeFormat, TvxLocaleSettings::LongTimeFormat}) {
+            const QString format = settings->value(item);
+            QVERIFY2(format == format.trimmed() && !format.contains(QLatin1Char('t')),
+                     qPrintable(QLatin1String(name) + QLatin1String(": ") + format));
+        }
+    }
+    // The suite's notation: minutes are "n", "/" and ":" stand for the separators.
+    settings->setValue(TvxLocaleSettings::DateSeparator, QStringLiteral("-"));
+    QCOMPARE(settings->formatDateTime(QStringLiteral("yyyy/mm/dd hh:nn:ss.zzz \"at\" h:mm am/pm"),
+                                      QDateTime(QDate(2024, 3, 9), QTime(15, 4, 5, 6))),
+             QStringLiteral("2024-03-09 03:04:05.006 at 3:04 pm")); // am/pm anywhere: a 12-hour clock
+    QCOMPARE(settings->formatDateTime(QStringLiteral("d/m/yy A/P"), QDateTime(QDate(2024, 3, 9), QTime(9, 0))),
+             QStringLiteral("9-3-24 A"));
 }
 
 void TstMemIni::wholeText()

@@ -47,6 +47,8 @@ private slots:
     void emptyTableKeepsEnglish();
     void longMessageAndCaptionsGrowTheForm();
     void inputQuery();
+    void ownerFreedWhileOpen();
+    void formatInsertsValuesOnce();
 };
 
 void TstMsgDialog::confirmationInActiveLanguage()
@@ -141,6 +143,78 @@ void TstMsgDialog::inputQuery()
     });
     QCOMPARE(g.vx.InputBox(QStringLiteral("Rename"), QStringLiteral("Name:"), QStringLiteral("default")),
              QStringLiteral("default"));
+}
+
+// Freeing the owner window from inside a box's event loop frees the box and
+// the component with it; the call must come back as a cancelled box does.
+void TstMsgDialog::ownerFreedWhileOpen()
+{
+    const QList<QPair<TMsgDlgButtons, int>> cases = {{mbYes | mbNo | mbCancel, mrCancel},
+                                                     {mbYes | mbNo, mrNo},
+                                                     {mbOK, mrOk}};
+    for (const auto &c : cases) {
+        auto *owner = new QWidget;
+        auto *vx = new TVexil(owner);
+        QPointer<QWidget> box;
+        onNextModal([&](QWidget *dialog) {
+            box = dialog;
+            QCOMPARE(dialog->parentWidget(), owner);
+            delete owner;
+        });
+        QCOMPARE(vx->MessageDlg(QStringLiteral("Going"), mtConfirmation, c.first), c.second);
+        QVERIFY(!box);
+    }
+    {
+        auto *owner = new QWidget;
+        auto *vx = new TVexil(owner);
+        QPointer<QWidget> box;
+        onNextModal([&](QWidget *dialog) {
+            box = dialog;
+            dialog->findChild<QLineEdit *>()->setText(QStringLiteral("typed"));
+            delete owner;
+        });
+        QString value = QStringLiteral("kept");
+        QVERIFY(!vx->InputQuery(QStringLiteral("Name"), QStringLiteral("Name:"), value));
+        QCOMPARE(value, QStringLiteral("kept"));
+        QVERIFY(!box);
+    }
+    {
+        auto *owner = new QWidget;
+        auto *vx = new TVexil(owner);
+        onNextModal([&](QWidget *) { delete owner; });
+        QCOMPARE(vx->InputBox(QStringLiteral("Name"), QStringLiteral("Name:"), QStringLiteral("default")),
+                 QStringLiteral("default"));
+    }
+    {
+        auto *owner = new QWidget;
+        auto *vx = new TVexil(owner);
+        onNextModal([&](QWidget *) { delete owner; });
+        vx->ShowMessage(QStringLiteral("Gone")); // returns, and nothing is freed twice
+    }
+}
+
+void TstMsgDialog::formatInsertsValuesOnce()
+{
+    using Vexil::formatMessage;
+    // A marker inside a value is text, not a marker.
+    QCOMPARE(formatMessage(QStringLiteral("%1 and %2"), {QStringLiteral("50%2"), QStringLiteral("b")}),
+             QStringLiteral("50%2 and b"));
+    QCOMPARE(formatMessage(QStringLiteral("%2, %1, %2"), {QStringLiteral("one"), QStringLiteral("%1")}),
+             QStringLiteral("%1, one, %1"));
+    // Lowest marker first; gaps in the numbers do not matter.
+    QCOMPARE(formatMessage(QStringLiteral("%3 of %7"), {2, 5}), QStringLiteral("2 of 5"));
+    QCOMPARE(formatMessage(QStringLiteral("%L1 / %10 / %"), {QStringLiteral("x"), QStringLiteral("y")}),
+             QStringLiteral("x / y / %"));
+    QCOMPARE(formatMessage(QStringLiteral("%1 %2"), {QStringLiteral("only")}), QStringLiteral("only %2"));
+
+    TVexil vx;
+    QString shown;
+    onNextModal([&](QWidget *dialog) {
+        shown = dialog->findChild<QLabel *>(QStringLiteral("Message"))->text();
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    vx.ShowMessageFmt(QStringLiteral("Copied %1 to %2"), {QStringLiteral("a%2b"), QStringLiteral("C:")});
+    QCOMPARE(shown, QStringLiteral("Copied a%2b to C:"));
 }
 
 QTEST_MAIN(TstMsgDialog)
