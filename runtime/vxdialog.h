@@ -10,14 +10,13 @@
 #include <QtWidgets/QFontDialog>
 
 class TvxCustomLang;
-Q_MOC_INCLUDE("vxcomp.h")
 
 // The localised common dialogs: Qt's own (non-native) dialogs whose labels
 // and buttons are translated from the linked translation component's dialog
 // texts each time they are shown. Vexil() is the link; it is cleared when
 // the component is destroyed, and without it nothing is translated. Every
-// dialog publishes the link as the property "Vexil" (a TvxCustomLang*), so
-// form code and property writes can set it.
+// dialog publishes the link as the property "Vexil": the component's object
+// name, as form files store it, looked up when the dialog is shown.
 
 /// What every localised dialog adds to its Qt dialog: the link.
 class VEXIL_EXPORT TvxLinkedDialog
@@ -25,8 +24,11 @@ class VEXIL_EXPORT TvxLinkedDialog
 public:
     TvxCustomLang *Vexil() const { return m_link->vexil(); }
     void SetVexil(TvxCustomLang *vexil) { m_link->setVexil(vexil); }
-    /// SetVexil() under the name form code generated from .ui files calls.
-    void setVexil(TvxCustomLang *vexil) { SetVexil(vexil); }
+    /// The linked component's object name.
+    QString vexilName() const { return m_link->vexilName(); }
+    /// Links the translation component of that object name (on the
+    /// dialog's form first); form code generated from .ui files calls this.
+    void setVexil(const QString &name) { m_link->setVexilName(name); }
     TvxDialogLink *link() const { return m_link; }
 
 protected:
@@ -40,7 +42,7 @@ private:
 class VEXIL_EXPORT TvxOpenDialog : public QFileDialog, public TvxLinkedDialog
 {
     Q_OBJECT
-    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
+    Q_PROPERTY(QString Vexil READ vexilName WRITE setVexil)
 public:
     explicit TvxOpenDialog(QWidget *parent = nullptr);
 
@@ -76,7 +78,7 @@ public:
 class VEXIL_EXPORT TvxColorDialog : public QColorDialog, public TvxLinkedDialog
 {
     Q_OBJECT
-    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
+    Q_PROPERTY(QString Vexil READ vexilName WRITE setVexil)
 public:
     explicit TvxColorDialog(QWidget *parent = nullptr);
 };
@@ -85,7 +87,7 @@ public:
 class VEXIL_EXPORT TvxFontDialog : public QFontDialog, public TvxLinkedDialog
 {
     Q_OBJECT
-    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
+    Q_PROPERTY(QString Vexil READ vexilName WRITE setVexil)
 public:
     explicit TvxFontDialog(QWidget *parent = nullptr);
 };
@@ -94,7 +96,7 @@ public:
 class VEXIL_EXPORT TvxPrinterSetupDialog : public QPageSetupDialog, public TvxLinkedDialog
 {
     Q_OBJECT
-    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
+    Q_PROPERTY(QString Vexil READ vexilName WRITE setVexil)
 public:
     explicit TvxPrinterSetupDialog(QWidget *parent = nullptr);
 };
@@ -103,7 +105,7 @@ public:
 class VEXIL_EXPORT TvxPrintDialog : public QPrintDialog, public TvxLinkedDialog
 {
     Q_OBJECT
-    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
+    Q_PROPERTY(QString Vexil READ vexilName WRITE setVexil)
 public:
     explicit TvxPrintDialog(QWidget *parent = nullptr);
 };

@@ -5,6 +5,7 @@
 #include <QtCore/QEvent>
 #include <QtCore/QHash>
 #include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLabel>
@@ -52,6 +53,41 @@ TvxCustomLang *TvxDialogLink::vexil() const
 void TvxDialogLink::setVexil(TvxCustomLang *vexil)
 {
     m_vexil = vexil;
+    m_vexilName.clear();
+}
+
+QString TvxDialogLink::vexilName() const
+{
+    return m_vexil ? m_vexil->objectName() : m_vexilName;
+}
+
+void TvxDialogLink::setVexilName(const QString &name)
+{
+    m_vexil = nullptr;
+    m_vexilName = name;
+    resolveName();
+}
+
+void TvxDialogLink::resolveName()
+{
+    if (m_vexil || m_vexilName.isEmpty())
+        return;
+    // Usually the component of the form the dialog was placed on.
+    if (QWidget *parent = m_dialog->parentWidget()) {
+        const auto found = parent->window()->findChildren<TvxCustomLang *>(m_vexilName);
+        if (!found.isEmpty()) {
+            m_vexil = found.first();
+            return;
+        }
+    }
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets) {
+        auto *vexil = qobject_cast<TvxCustomLang *>(widget);
+        if (vexil && vexil->objectName() == m_vexilName) {
+            m_vexil = vexil;
+            return;
+        }
+    }
 }
 
 QString TvxDialogLink::normalized(const QString &text)
@@ -73,6 +109,7 @@ bool TvxDialogLink::eventFilter(QObject *watched, QEvent *event)
 
 void TvxDialogLink::translate()
 {
+    resolveName();
     if (!m_vexil)
         return;
     QHash<QString, QString> translations;

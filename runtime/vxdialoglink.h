@@ -26,6 +26,12 @@ public:
     TvxCustomLang *vexil() const;
     /// Links @p vexil; the link is cleared when that component is destroyed.
     void setVexil(TvxCustomLang *vexil);
+    /// The linked component's object name (or the name still looked for).
+    QString vexilName() const;
+    /// Links the translation component of that object name: on the dialog's
+    /// form first, else anywhere in the application. One not found yet is
+    /// looked for again when the dialog is shown. An empty name unlinks.
+    void setVexilName(const QString &name);
     const QStringList &keys() const { return m_keys; }
 
     /// Translates the dialog now.
@@ -39,5 +45,8 @@ protected:
 private:
     QWidget *m_dialog;
     QStringList m_keys;
+    void resolveName();
+
     QPointer<TvxCustomLang> m_vexil;
+    QString m_vexilName;
 };

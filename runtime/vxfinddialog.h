@@ -19,7 +19,7 @@ Q_MOC_INCLUDE("vxcomp.h")
 class VEXIL_EXPORT TvxFindDialog : public QDialog, public TvxLinkedDialog
 {
     Q_OBJECT
-    Q_PROPERTY(TvxCustomLang *Vexil READ Vexil WRITE setVexil)
+    Q_PROPERTY(QString Vexil READ vexilName WRITE setVexil)
     Q_PROPERTY(QString FindText READ FindText WRITE SetFindText)
 public:
     explicit TvxFindDialog(QWidget *parent = nullptr);

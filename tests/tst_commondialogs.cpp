@@ -124,20 +124,28 @@ void TstCommonDialogs::vexilIsAProperty()
         list.emplace_back(new TvxSavePictureDialog);
         return list;
     }();
-    QWidget notAComponent;
+    vx->setObjectName(QStringLiteral("vexil"));
     for (const auto &dialog : dialogs) {
         const QMetaObject *meta = dialog->metaObject();
         const QMetaProperty property = meta->property(meta->indexOfProperty("Vexil"));
         QVERIFY2(property.isValid() && property.isWritable() && property.isDesignable(), meta->className());
-        QCOMPARE(property.metaType(), QMetaType::fromType<TvxCustomLang *>());
-        QVERIFY(dialog->setProperty("Vexil", QVariant::fromValue(vx.get()))); // a TVexil* will do
-        QCOMPARE(dialog->property("Vexil").value<TvxCustomLang *>(), vx.get());
-        QVERIFY(property.write(dialog.get(), QVariant::fromValue<TvxCustomLang *>(nullptr)));
-        QCOMPARE(dialog->property("Vexil").value<TvxCustomLang *>(), nullptr);
-        QVERIFY(property.write(dialog.get(), QVariant::fromValue<QObject *>(vx.get())));
-        QVERIFY(!property.write(dialog.get(), QVariant::fromValue<QObject *>(&notAComponent)));
-        QCOMPARE(dialog->property("Vexil").value<TvxCustomLang *>(), vx.get());
+        QCOMPARE(property.metaType(), QMetaType::fromType<QString>()); // a name, as .ui files hold it
+        QVERIFY(dialog->setProperty("Vexil", QStringLiteral("vexil")));
+        QCOMPARE(dialog->property("Vexil").toString(), QStringLiteral("vexil"));
+        QCOMPARE(static_cast<TvxLinkedDialog *>(dynamic_cast<TvxLinkedDialog *>(dialog.get()))->Vexil(), vx.get());
+        QVERIFY(property.write(dialog.get(), QString()));
+        QCOMPARE(dynamic_cast<TvxLinkedDialog *>(dialog.get())->Vexil(), nullptr);
+        QVERIFY(property.write(dialog.get(), QStringLiteral("vexil")));
     }
+    // A name whose component is built later is found when the dialog shows.
+    QWidget form;
+    TvxOpenDialog early(&form);
+    early.setVexil(QStringLiteral("later"));
+    QCOMPARE(early.Vexil(), nullptr);
+    TVexil later(&form);
+    later.setObjectName(QStringLiteral("later"));
+    early.link()->translate();
+    QCOMPARE(early.Vexil(), &later);
     // Set that way, the link translates.
     auto *find = static_cast<TvxFindDialog *>(dialogs.at(6).get());
     find->show();
