@@ -287,17 +287,7 @@ int TvxCustomLang::findKeyLine(const TvxStringList *list, const QString &key) co
 
 int TvxCustomLang::findExactLine(const TvxStringList *list, const QString &key) const
 {
-    const QString prefix = key + m_langDelim;
-    const int i = list->indexOfKey(key, m_langDelim);
-    if (i < 0 && !key.isEmpty())
-        return -1;
-    if (i >= 0 && list->at(i).startsWith(prefix))
-        return i;
-    for (int j = 0; j < list->count(); ++j) {
-        if (list->at(j).startsWith(prefix))
-            return j;
-    }
-    return -1;
+    return list->indexOfExactKey(key, m_langDelim);
 }
 
 const TvxCustomLang *TvxCustomLang::externalSource(TStringsType type) const
