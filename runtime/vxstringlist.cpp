@@ -34,7 +34,11 @@ quint32 hashUnits(QStringView s, bool foldAscii)
         }
         h = (h ^ u) * 0x100000001b3ull;
     }
-    return quint32(h ^ (h >> 32));
+    // Mix the high bits down: the index takes the low ones.
+    h ^= h >> 33;
+    h *= 0xff51afd7ed558ccdull;
+    h ^= h >> 33;
+    return quint32(h);
 }
 
 // The hash of the upper-cased key, without upper-casing ASCII keys.
@@ -139,7 +143,8 @@ void TvxStringList::insert(int i, const QString &line)
 void TvxStringList::replace(int i, const QString &line)
 {
     const int pos = m_holes ? physical(i) : i;
-    const bool rekey = m_indexValid && keySpan(m_lines.at(pos), m_indexDelim) != keySpan(line, m_indexDelim);
+    // The index points into the line's text, so a new text is indexed anew.
+    const bool rekey = m_indexValid;
     if (rekey)
         unindexLine(pos);
     m_lines[pos] = line;
@@ -164,6 +169,10 @@ void TvxStringList::removeAt(int i)
     }
     if (m_holes > count())
         closeHoles();
+    // Freed slots lengthen every search that passes them: once they are a
+    // quarter of the table, index afresh (which also shrinks the table).
+    if (m_indexValid && m_freed * 4 > int(m_slots.size()))
+        rebuildIndex(m_indexDelim);
     touched();
 }
 
@@ -406,14 +415,17 @@ void TvxStringList::indexLine(int pos) const
         rebuildIndex(m_indexDelim);
         return;
     }
-    const quint32 h = keyHash(keySpan(m_lines.at(pos), m_indexDelim));
+    const QString &line = m_lines.at(pos);
+    const QStringView key = keySpan(line, m_indexDelim);
+    const quint32 h = keyHash(key);
     const size_t mask = m_slots.size() - 1;
     for (size_t k = h & mask;; k = (k + 1) & mask) {
         Slot &slot = m_slots[k];
         if (slot.pos < 0) {
             if (slot.pos == FreedSlot)
                 --m_freed;
-            slot = Slot{h, pos};
+            slot = Slot{h, pos, key.data(), qint32(key.size()),
+                        key.data() == line.constData() && key.size() < line.size()};
             ++m_used;
             return;
         }
@@ -441,7 +453,7 @@ void TvxStringList::rebuildIndex(QChar delim) const
     size_t size = 16;
     while (size < size_t(count()) * 2)
         size *= 2;
-    std::vector<Slot>(size, Slot{0, EmptySlot}).swap(m_slots);
+    std::vector<Slot>(size, Slot{0, EmptySlot, nullptr, 0, false}).swap(m_slots);
     m_used = m_freed = 0;
     m_indexDelim = delim;
     m_indexValid = true;
@@ -461,7 +473,7 @@ int TvxStringList::firstIndexed(QStringView key, Match match) const
     int best = -1;
     for (size_t k = h & mask; m_slots[k].pos != EmptySlot; k = (k + 1) & mask) {
         const Slot &slot = m_slots[k];
-        if (slot.pos >= 0 && slot.hash == h && (best < 0 || slot.pos < best) && match(slot.pos))
+        if (slot.pos >= 0 && slot.hash == h && (best < 0 || slot.pos < best) && match(slot))
             best = slot.pos;
     }
     return best;
@@ -471,7 +483,7 @@ int TvxStringList::indexOfKey(const QString &key, QChar delim) const
 {
     if (!m_indexValid || m_indexDelim != delim)
         rebuildIndex(delim);
-    const int pos = firstIndexed(key, [&](int p) { return sameKey(keySpan(m_lines.at(p), delim), key); });
+    const int pos = firstIndexed(key, [&](const Slot &slot) { return sameKey(QStringView(slot.key, slot.keySize), key); });
     return pos < 0 ? -1 : logical(pos);
 }
 
@@ -489,9 +501,8 @@ int TvxStringList::indexOfExactKey(const QString &key, QChar delim) const
     // A line that begins with the key and the delimiter has exactly that key.
     if (!m_indexValid || m_indexDelim != delim)
         rebuildIndex(delim);
-    const int pos = firstIndexed(key, [&](int p) {
-        const QString &line = m_lines.at(p);
-        return line.size() > key.size() && line.at(key.size()) == delim && line.startsWith(key);
+    const int pos = firstIndexed(key, [&](const Slot &slot) {
+        return slot.startsLine && QStringView(slot.key, slot.keySize) == key;
     });
     return pos < 0 ? -1 : logical(pos);
 }

@@ -88,12 +88,16 @@ Q_SIGNALS:
     void changed();
 
 private:
-    // One slot of the key index: the hash of a line's upper-cased key and
-    // the line's place in m_lines (holes included).
+    // One slot of the key index: the hash of a line's upper-cased key, the
+    // line's place in m_lines (holes included) and where its key stands in
+    // the line's text, so that a search reads the key without the list.
     struct Slot
     {
         quint32 hash;
         qint32 pos; // EmptySlot, FreedSlot or a place in m_lines
+        const QChar *key;
+        qint32 keySize;
+        bool startsLine; // the line begins with the key and a delimiter
     };
     enum : qint32 { EmptySlot = -1, FreedSlot = -2 };
 
