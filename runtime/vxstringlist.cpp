@@ -424,8 +424,8 @@ void TvxStringList::indexLine(int pos) const
         if (slot.pos < 0) {
             if (slot.pos == FreedSlot)
                 --m_freed;
-            slot = Slot{h, pos, key.data(), qint32(key.size()),
-                        key.data() == line.constData() && key.size() < line.size()};
+            slot = Slot{h, pos, line.constData(), qint32(line.size()), qint32(key.size()),
+                        key.data() != line.constData()};
             ++m_used;
             return;
         }
@@ -453,7 +453,7 @@ void TvxStringList::rebuildIndex(QChar delim) const
     size_t size = 16;
     while (size < size_t(count()) * 2)
         size *= 2;
-    std::vector<Slot>(size, Slot{0, EmptySlot, nullptr, 0, false}).swap(m_slots);
+    std::vector<Slot>(size, Slot{0, EmptySlot, nullptr, 0, 0, 0}).swap(m_slots);
     m_used = m_freed = 0;
     m_indexDelim = delim;
     m_indexValid = true;
@@ -466,6 +466,7 @@ void TvxStringList::rebuildIndex(QChar delim) const
 template<typename Match>
 int TvxStringList::firstIndexed(QStringView key, Match match) const
 {
+    const Slot *found = nullptr;
     // Every line is in the index, so the first of equal keys is the lowest
     // place among the matches of one probe sequence.
     const quint32 h = keyHash(key);
@@ -473,18 +474,25 @@ int TvxStringList::firstIndexed(QStringView key, Match match) const
     int best = -1;
     for (size_t k = h & mask; m_slots[k].pos != EmptySlot; k = (k + 1) & mask) {
         const Slot &slot = m_slots[k];
-        if (slot.pos >= 0 && slot.hash == h && (best < 0 || slot.pos < best) && match(slot))
+        if (slot.pos >= 0 && slot.hash == h && (best < 0 || slot.pos < best) && match(slot)) {
             best = slot.pos;
+            found = &slot;
+        }
     }
-    return best;
+    if (found) {
+        m_foundIndex = logical(best);
+        m_foundVersion = m_version;
+        m_foundLine = QStringView(found->line, found->lineSize);
+        return m_foundIndex;
+    }
+    return -1;
 }
 
 int TvxStringList::indexOfKey(const QString &key, QChar delim) const
 {
     if (!m_indexValid || m_indexDelim != delim)
         rebuildIndex(delim);
-    const int pos = firstIndexed(key, [&](const Slot &slot) { return sameKey(QStringView(slot.key, slot.keySize), key); });
-    return pos < 0 ? -1 : logical(pos);
+    return firstIndexed(key, [&](const Slot &slot) { return sameKey(slot.key(), key); });
 }
 
 int TvxStringList::indexOfExactKey(const QString &key, QChar delim) const
@@ -501,13 +509,27 @@ int TvxStringList::indexOfExactKey(const QString &key, QChar delim) const
     // A line that begins with the key and the delimiter has exactly that key.
     if (!m_indexValid || m_indexDelim != delim)
         rebuildIndex(delim);
-    const int pos = firstIndexed(key, [&](const Slot &slot) {
-        return slot.startsLine && QStringView(slot.key, slot.keySize) == key;
-    });
-    return pos < 0 ? -1 : logical(pos);
+    return firstIndexed(key, [&](const Slot &slot) { return slot.startsLine() && slot.key() == key; });
 }
 
 QString TvxStringList::field(int i, int n, QChar delim) const
 {
-    return ExtractWord(n, at(i), delim);
+    // ExtractWord() on the line, reading it where the last search found it.
+    const QStringView line = i == m_foundIndex && m_foundVersion == m_version ? m_foundLine : QStringView(at(i));
+    const qsizetype len = line.size();
+    qsizetype pos = 0;
+    int count = 0;
+    while (pos < len) {
+        if (line[pos] == delim)
+            ++pos; // exactly one delimiter is stepped over before a field
+        if (pos >= len)
+            break;
+        qsizetype end = line.indexOf(delim, pos);
+        if (end < 0)
+            end = len;
+        if (++count == n)
+            return line.mid(pos, end - pos).toString();
+        pos = end;
+    }
+    return QString();
 }

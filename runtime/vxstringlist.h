@@ -95,9 +95,14 @@ private:
     {
         quint32 hash;
         qint32 pos; // EmptySlot, FreedSlot or a place in m_lines
-        const QChar *key;
-        qint32 keySize;
-        bool startsLine; // the line begins with the key and a delimiter
+        const QChar *line;
+        qint32 lineSize;
+        qint32 keySize : 31;
+        quint32 keyAfterDelim : 1; // the line starts with a delimiter
+
+        QStringView key() const { return QStringView(line + keyAfterDelim, keySize); }
+        // Whether the line begins with the key and a delimiter.
+        bool startsLine() const { return !keyAfterDelim && keySize < lineSize; }
     };
     enum : qint32 { EmptySlot = -1, FreedSlot = -2 };
 
@@ -130,4 +135,9 @@ private:
     mutable int m_freed = 0;           // slots freed by a removal
     mutable QChar m_indexDelim;
     mutable bool m_indexValid = false;
+
+    // The line of the last key found, for field() of the same line.
+    mutable int m_foundIndex = -1;
+    mutable quint64 m_foundVersion = 0;
+    mutable QStringView m_foundLine;
 };

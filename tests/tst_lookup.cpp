@@ -218,7 +218,12 @@ void TstLookup::indexMatchesLinearSearchThroughChanges()
             QCOMPARE(list.at(i), model.at(i));
         }
         for (const QString &key : keys) {
-            QCOMPARE(list.indexOfKey(key, T), firstKeyLine(model, key));
+            const int found = list.indexOfKey(key, T);
+            QCOMPARE(found, firstKeyLine(model, key));
+            if (found >= 0) { // fields are read from the line just found
+                for (int n = 1; n <= 3; ++n)
+                    QCOMPARE(list.field(found, n, T), ExtractWord(n, model.at(found), T));
+            }
             QCOMPARE(list.indexOfExactKey(key, T), firstExactLine(model, key));
         }
     }
