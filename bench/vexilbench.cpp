@@ -2,8 +2,9 @@
 // same synthetic forms and prints its figures last, one per line as
 // "name: value". Times are medians of several repetitions, in milliseconds.
 //
-//   vexil-bench [--quick]
+//   vexil-bench [--quick] [--only group]
 
+#include "memini.h"
 #include "vxcomp.h"
 
 #include <QtCore/QCommandLineParser>
@@ -19,9 +20,12 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -200,10 +204,43 @@ void benchSwitch(Figures &out, const QDir &dir, int n, int reps)
             QCoreApplication::removeTranslator(t);
         }
     }
-    const double o = median(ours), q = median(qt);
+    // The floor on a third twin: the same texts written straight into the
+    // same widgets with their own setters, nothing looked up or compared.
+    BenchForm floorForm(n);
+    std::vector<std::vector<QString>> texts(4);
+    for (int lang = 1; lang <= 3; ++lang) {
+        for (int i = 0; i < n; ++i)
+            texts[lang].push_back(lang == 1 ? englishText(i) : translatedText(lang, i));
+    }
+    auto writeAll = [&floorForm](const std::vector<QString> &t) {
+        for (size_t i = 0; i < floorForm.objects.size(); ++i) {
+            QObject *o = floorForm.objects[i];
+            if (auto *b = qobject_cast<QPushButton *>(o)) {
+                b->setText(t[i]);
+                b->setToolTip(t[i]);
+            } else if (auto *l = qobject_cast<QLabel *>(o)) {
+                l->setText(t[i]);
+            } else if (auto *a = qobject_cast<QAction *>(o)) {
+                a->setText(t[i]);
+                a->setToolTip(t[i]);
+            }
+        }
+    };
+    std::vector<double> floor;
+    for (int r = 0; r < reps; ++r) {
+        floor.push_back(timeMs([&] { writeAll(texts[2]); }));
+        floor.push_back(timeMs([&] { writeAll(texts[3]); }));
+        writeAll(texts[1]);
+    }
+    if (floorForm.objects[3]->property("text").toString() != englishText(3))
+        qFatal("the floor did not write");
+
+    const double o = median(ours), q = median(qt), f = median(floor);
     out.add(QStringLiteral("switch_%1_ms").arg(n), o);
     out.add(QStringLiteral("switch_qt_%1_ms").arg(n), q);
+    out.add(QStringLiteral("switch_floor_%1_ms").arg(n), f);
     out.add(QStringLiteral("switch_vs_qt"), o / q);
+    out.add(QStringLiteral("switch_vs_floor"), o / f);
 }
 
 void benchGetText(Figures &out, const QDir &dir, const QList<int> &sizes, int reps)
@@ -305,6 +342,171 @@ void benchFiles(Figures &out, const QDir &dir, int n, int reps, double *loadMs)
     *loadMs = median(load);
 }
 
+
+QString stringLine(const QString &id, int i)
+{
+    return id + QLatin1Char('\t') + englishText(i) + QLatin1Char('\t') + translatedText(2, i) + QLatin1Char('\t')
+        + translatedText(3, i) + QLatin1Char('\t');
+}
+
+std::vector<int> shuffled(int n, unsigned seed)
+{
+    std::vector<int> order(n);
+    for (int i = 0; i < n; ++i)
+        order[i] = i;
+    std::shuffle(order.begin(), order.end(), std::mt19937(seed));
+    return order;
+}
+
+// Median time of @p reps rounds (after one uncounted warm-up round) of
+// @p run on a fresh fixture made by @p make, which is not timed.
+template<typename Make, typename Run>
+double roundsMs(int reps, Make make, Run run)
+{
+    std::vector<double> t;
+    for (int r = -1; r < reps; ++r) {
+        auto fixture = make();
+        const double ms = timeMs([&] { run(*fixture); });
+        if (r >= 0)
+            t.push_back(ms);
+    }
+    return median(t);
+}
+
+// AddString of every existing identifier (so each line moves to the end)
+// and DeleteString of every identifier, in random order, on a table of n.
+void benchMaintenance(Figures &out, const QList<int> &sizes, int reps)
+{
+    QList<double> add, del;
+    for (int n : sizes) {
+        const std::vector<int> order = shuffled(n, 7);
+        QStringList ids, lines;
+        for (int i = 0; i < n; ++i) {
+            ids << QStringLiteral("IDS_%1").arg(i);
+            lines << stringLine(ids.last(), i);
+        }
+        auto make = [&] {
+            auto vx = std::make_unique<TVexil>();
+            vx->SetNumLang(3);
+            vx->Strings()->setLines(lines);
+            vx->GetText(ids.first()); // a table in use has its index
+            return vx;
+        };
+        add << roundsMs(reps, make, [&](TVexil &vx) {
+            for (int i : order)
+                vx.AddString(ids.at(i), {englishText(i), translatedText(2, i), translatedText(3, i)});
+            if (vx.Strings()->count() != n || vx.GetText(ids.at(order.front())) != englishText(order.front()))
+                qFatal("AddString lost a line");
+        });
+        del << roundsMs(reps, make, [&](TVexil &vx) {
+            for (int i : order) {
+                if (!vx.DeleteString(ids.at(i)))
+                    qFatal("DeleteString missed %s", qPrintable(ids.at(i)));
+            }
+            if (vx.Strings()->count() != 0)
+                qFatal("DeleteString left lines");
+        });
+        out.add(QStringLiteral("addstring_%1_ms").arg(n), add.last());
+        out.add(QStringLiteral("deletestring_%1_ms").arg(n), del.last());
+    }
+    out.add(QStringLiteral("addstring_scaling"), add.last() / add.first());
+    out.add(QStringLiteral("deletestring_scaling"), del.last() / del.first());
+}
+
+// DeleteKey of every key, in random order, of a section of n keys.
+void benchDeleteKey(Figures &out, const QDir &dir, const QList<int> &sizes, int reps)
+{
+    QList<double> t;
+    const QString section = QStringLiteral("Strings");
+    for (int n : sizes) {
+        const std::vector<int> order = shuffled(n, 11);
+        QStringList text{QLatin1Char('[') + section + QLatin1Char(']')}, keys;
+        for (int i = 0; i < n; ++i) {
+            keys << QStringLiteral("IDS_%1").arg(i);
+            text << keys.last() + QLatin1Char('=') + englishText(i);
+        }
+        const QString file = dir.filePath(QStringLiteral("deletekey_%1.ini").arg(n));
+        t << roundsMs(
+            reps,
+            [&] {
+                auto ini = std::make_unique<TMemIniFile>(file);
+                ini->SetStrings(text);
+                ini->ReadString(section, keys.first(), QString()); // a store in use has its indexes
+                return ini;
+            },
+            [&](TMemIniFile &ini) {
+                for (int i : order)
+                    ini.DeleteKey(section, keys.at(i));
+                QStringList left;
+                ini.ReadSection(section, left);
+                if (!left.isEmpty())
+                    qFatal("DeleteKey left %d keys", int(left.size()));
+            });
+        out.add(QStringLiteral("deletekey_%1_ms").arg(n), t.last());
+    }
+    out.add(QStringLiteral("deletekey_scaling"), t.last() / t.first());
+}
+
+// Heap held by a component with n lines of three languages in its
+// application strings, after every identifier has been looked up once (so
+// the index and any look-up caches are counted), against the UTF-16 bytes
+// of the lines it holds.
+void benchTableBytes(Figures &out, int n)
+{
+    // Realistic lines: component-like keys and texts of 10 to 30 characters.
+    std::mt19937 rng(3);
+    static const char *const words[] = {"Open", "file", "Save", "the", "current", "document", "Print", "preview",
+                                        "Cancel", "all", "changes", "Close", "window", "Help", "about", "Edit"};
+    auto text = [&] {
+        const int target = 10 + int(rng() % 21);
+        QString t;
+        while (t.size() < target) {
+            if (!t.isEmpty())
+                t += QLatin1Char(' ');
+            t += QLatin1String(words[rng() % 16]);
+        }
+        return t.left(target);
+    };
+    static const char *const kinds[] = {"Button", "Label", "Action", "CheckBox", "Menu"};
+    QStringList ids;
+    for (int i = 0; i < n; ++i)
+        ids << QLatin1String(kinds[i % 5]) + QString::number(i);
+
+    qint64 chars = 0;
+    // In use: small blocks from the arenas plus blocks mapped on their own.
+    auto heapInUse = [] {
+        const struct mallinfo2 m = mallinfo2();
+        return m.uordblks + m.hblkhd;
+    };
+    malloc_trim(0);
+    const size_t before = heapInUse();
+    auto *vx = new TVexil;
+    vx->SetNumLang(3);
+    {
+        QStringList lines;
+        lines.reserve(n);
+        for (int i = 0; i < n; ++i) {
+            lines << ids.at(i) + QLatin1Char('\t') + text() + QLatin1Char('\t') + text() + QLatin1Char('\t')
+                    + text() + QLatin1Char('\t');
+            chars += lines.last().size();
+        }
+        vx->Strings()->setLines(lines);
+    }
+    qsizetype sink = 0;
+    for (int lang = 1; lang <= 3; ++lang) {
+        vx->SetActLang(lang);
+        for (const QString &id : std::as_const(ids))
+            sink += vx->GetText(id).size();
+    }
+    if (sink == 0)
+        qFatal("no texts found");
+    const size_t after = heapInUse();
+    delete vx;
+    out.add(QStringLiteral("table_bytes_%1").arg(n), double(after - before));
+    out.add(QStringLiteral("table_text_bytes_%1").arg(n), double(chars * 2));
+    out.add(QStringLiteral("table_bytes_per_char"), double(after - before) / double(chars * 2));
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -314,7 +516,7 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("Fewer repetitions."));
     QCommandLineOption only(QStringLiteral("only"),
-                            QStringLiteral("Run one group: switch, gettext, buildlist or files (for profiling)."),
+                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey or memory."),
                             QStringLiteral("group"));
     parser.addOption(quick);
     parser.addOption(only);
@@ -345,6 +547,13 @@ int main(int argc, char *argv[])
         benchFiles(out, dir, 100000, reps, &l2);
         out.add(QStringLiteral("load_scaling"), l2 / l1);
     }
+
+    if (wanted("maintenance"))
+        benchMaintenance(out, {5000, 10000}, reps);
+    if (wanted("deletekey"))
+        benchDeleteKey(out, dir, {5000, 10000}, reps);
+    if (wanted("memory"))
+        benchTableBytes(out, 100000);
 
     for (const auto &line : std::as_const(out.lines))
         std::printf("%s: %s\n", qPrintable(line.first), qPrintable(line.second));

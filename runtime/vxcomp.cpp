@@ -352,21 +352,7 @@ int TvxCustomLang::findKeyLine(const TvxStringList *list, const QString &key) co
 
 int TvxCustomLang::findExactLine(const TvxStringList *list, const QString &key) const
 {
-    const QString prefix = key + m_langDelim;
-    // The index skips a leading delimiter, as field 1 does; the empty key is
-    // the first line that begins with the delimiter, so it is searched.
-    if (!key.isEmpty()) {
-        const int i = list->indexOfKey(key, m_langDelim);
-        if (i < 0)
-            return -1;
-        if (list->at(i).startsWith(prefix))
-            return i;
-    }
-    for (int j = 0; j < list->count(); ++j) {
-        if (list->at(j).startsWith(prefix))
-            return j;
-    }
-    return -1;
+    return list->indexOfExactKey(key, m_langDelim);
 }
 
 const TvxCustomLang *TvxCustomLang::externalSource(TStringsType type) const

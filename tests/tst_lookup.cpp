@@ -32,6 +32,8 @@ private slots:
     void keysIgnoreCaseAndFirstLineWins();
     void replaceStringValue();
     void indexFollowsTableChanges();
+    void indexMatchesLinearSearchThroughChanges();
+    void addAndDeleteAgainstLinearSearch();
     void unicodeRoundTrips();
     void initialTables();
     void onePerOwner();
@@ -139,6 +141,141 @@ void TstLookup::indexFollowsTableChanges()
     QCOMPARE(vx.GetText(QStringLiteral("C")), QStringLiteral("shadow"));
     QVERIFY(vx.AddString(QStringLiteral("C"), {QStringLiteral("moved")}));
     QCOMPARE(vx.GetText(QStringLiteral("C")), QStringLiteral("c")); // the other C line is first now
+}
+
+// What the index must answer, found the slow way.
+static int firstKeyLine(const QStringList &lines, const QString &key)
+{
+    for (int i = 0; i < lines.size(); ++i) {
+        if (ExtractWord(1, lines.at(i), T).toUpper() == key.toUpper())
+            return i;
+    }
+    return -1;
+}
+
+static int firstExactLine(const QStringList &lines, const QString &key)
+{
+    for (int i = 0; i < lines.size(); ++i) {
+        if (lines.at(i).startsWith(key + T))
+            return i;
+    }
+    return -1;
+}
+
+void TstLookup::indexMatchesLinearSearchThroughChanges()
+{
+    // Random appends, insertions, removals and replacements over few keys
+    // (so most have duplicates), in several spellings, with lines that
+    // start with the delimiter or have none. After every change the list
+    // and both key searches must agree with a plain list searched line by
+    // line: positions shift, and the next line of a key takes over when its
+    // first line goes.
+    const QStringList keys{QStringLiteral("K1"),     QStringLiteral("k1"),      QStringLiteral("K2"),
+                           QStringLiteral("Key"),    QStringLiteral("KEY"),     QStringLiteral("straße"),
+                           QStringLiteral("STRASSE"), QStringLiteral("Привет"), QStringLiteral("ПРИВЕТ"),
+                           QString()};
+    QRandomGenerator rng(20240611);
+    auto randomLine = [&](int n) {
+        const QString key = keys.at(int(rng.bounded(keys.size())));
+        switch (rng.bounded(8)) {
+        case 0:
+            return T + key + T + QString::number(n) + T; // key after a leading delimiter
+        case 1:
+            return key; // no delimiter at all
+        default:
+            return key + T + QString::number(n) + T;
+        }
+    };
+    TvxStringList list;
+    QStringList model;
+    for (int step = 0; step < 4000; ++step) {
+        const int op = int(rng.bounded(10));
+        const int size = int(model.size());
+        if (op < 3 || size < 3) {
+            const QString l = randomLine(step);
+            list.append(l);
+            model.append(l);
+        } else if (op < 6) {
+            const int i = int(rng.bounded(size));
+            list.removeAt(i);
+            model.removeAt(i);
+        } else if (op == 6) {
+            const int i = int(rng.bounded(size + 1));
+            const QString l = randomLine(step);
+            list.insert(i, l);
+            model.insert(i, l);
+        } else if (op == 7) {
+            const int i = int(rng.bounded(size));
+            const QString l = rng.bounded(2) ? randomLine(step) : ExtractWord(1, model.at(i), T) + T + QStringLiteral("same key") + T;
+            list.replace(i, l);
+            model.replace(i, l);
+        } else if (op == 8 && rng.bounded(20) == 0) {
+            QCOMPARE(list.lines(), model); // closes the holes
+        }
+        QCOMPARE(list.count(), model.size());
+        if (step % 7 == 0 && !model.isEmpty()) {
+            const int i = int(rng.bounded(int(model.size())));
+            QCOMPARE(list.at(i), model.at(i));
+        }
+        for (const QString &key : keys) {
+            const int found = list.indexOfKey(key, T);
+            QCOMPARE(found, firstKeyLine(model, key));
+            if (found >= 0) { // fields are read from the line just found
+                for (int n = 1; n <= 3; ++n)
+                    QCOMPARE(list.field(found, n, T), ExtractWord(n, model.at(found), T));
+            }
+            QCOMPARE(list.indexOfExactKey(key, T), firstExactLine(model, key));
+        }
+    }
+    QCOMPARE(list.lines(), model);
+    // The whole list removed line by line from the front, then refilled.
+    while (list.count() > 0) {
+        list.removeAt(0);
+        model.removeAt(0);
+        QCOMPARE(list.indexOfKey(QStringLiteral("k1"), T), firstKeyLine(model, QStringLiteral("k1")));
+    }
+    QVERIFY(list.lines().isEmpty());
+    list.append(line({"K1", "again"}));
+    QCOMPARE(list.indexOfKey(QStringLiteral("K1"), T), 0);
+    QCOMPARE(list.at(0), line({"K1", "again"}));
+}
+
+void TstLookup::addAndDeleteAgainstLinearSearch()
+{
+    // AddString moves an identifier's first exact line to the end and
+    // DeleteString removes it; GetText meanwhile finds the first line of the
+    // key in any letter case. Checked against a plain list after each call.
+    TVexil vx;
+    vx.SetNumLang(2);
+    QStringList model;
+    for (int i = 0; i < 300; ++i) {
+        const QString l = QStringLiteral("IDS_%1\\ta%1\\tb%1\\t").arg(i % 250).replace(QStringLiteral("\\t"), T);
+        model << l;
+    }
+    model << line({"ids_7", "lower"});
+    vx.Strings()->setLines(model);
+    QRandomGenerator rng(7);
+    for (int step = 0; step < 3000; ++step) {
+        const QString id = (rng.bounded(10) == 0 ? QStringLiteral("ids_%1") : QStringLiteral("IDS_%1")).arg(rng.bounded(260));
+        if (rng.bounded(2)) {
+            const QString text = QString::number(step);
+            QVERIFY(vx.AddString(id, {text, text + QLatin1Char('x')}));
+            const int i = firstExactLine(model, id);
+            if (i >= 0)
+                model.removeAt(i);
+            model << id + T + text + T + text + QLatin1Char('x') + T;
+        } else {
+            const int i = firstExactLine(model, id);
+            QCOMPARE(vx.DeleteString(id), i >= 0);
+            if (i >= 0)
+                model.removeAt(i);
+        }
+        QCOMPARE(vx.Strings()->count(), model.size());
+        const QString probe = QStringLiteral("Ids_%1").arg(rng.bounded(260));
+        const int first = firstKeyLine(model, probe);
+        QCOMPARE(vx.GetText(probe), first >= 0 ? ExtractWord(2, model.at(first), T) : QString());
+    }
+    QCOMPARE(vx.Strings()->lines(), model);
 }
 
 void TstLookup::unicodeRoundTrips()
