@@ -1,6 +1,8 @@
 #include "vxcomponents.h"
 
 #include "vxcomp.h"
+#include "vxdispatcher.h"
+#include "vxformstorage.h"
 #include "vxpropaccess.h"
 #include "vxpropinfolist.h"
 
@@ -38,23 +40,50 @@ bool isQtInternalName(const QString &name)
 // Controls whose children are all Qt's own making (a tab bar's scroll
 // buttons, a line edit's clear action, a spin box's editor, a view's
 // scroll bars): nothing designed lives inside them.
-bool isClosedControl(const QObject *object)
+bool isClosedControlClass(const QMetaObject *mo)
 {
-    return qobject_cast<const QAbstractButton *>(object) || qobject_cast<const QAbstractSlider *>(object)
-        || qobject_cast<const QAbstractSpinBox *>(object) || qobject_cast<const QComboBox *>(object)
-        || qobject_cast<const QLineEdit *>(object) || qobject_cast<const QTabBar *>(object)
-        || qobject_cast<const QLabel *>(object) || qobject_cast<const QProgressBar *>(object)
-        || qobject_cast<const QAbstractItemView *>(object) || qobject_cast<const QCalendarWidget *>(object)
-        || qobject_cast<const QTextEdit *>(object) || qobject_cast<const QPlainTextEdit *>(object)
-        || qobject_cast<const QDialogButtonBox *>(object) || qobject_cast<const QKeySequenceEdit *>(object);
+    static const QMetaObject *const closed[] = {
+        &QAbstractButton::staticMetaObject, &QAbstractSlider::staticMetaObject, &QAbstractSpinBox::staticMetaObject,
+        &QComboBox::staticMetaObject,       &QLineEdit::staticMetaObject,       &QTabBar::staticMetaObject,
+        &QLabel::staticMetaObject,          &QProgressBar::staticMetaObject,    &QAbstractItemView::staticMetaObject,
+        &QCalendarWidget::staticMetaObject, &QTextEdit::staticMetaObject,       &QPlainTextEdit::staticMetaObject,
+        &QDialogButtonBox::staticMetaObject, &QKeySequenceEdit::staticMetaObject};
+    for (const QMetaObject *c : closed) {
+        if (mo->inherits(c))
+            return true;
+    }
+    return false;
 }
 
 // The suite's own non-visual components are widgets only so that Designer
 // can place them: they have nothing to translate.
-bool isSuiteComponent(const QObject *object)
+bool isSuiteComponentClass(const QMetaObject *mo)
 {
-    return qobject_cast<const TvxCustomLang *>(object) || object->inherits("TVexilDispatcher")
-        || object->inherits("TvxFormStorage");
+    return mo->inherits(&TvxCustomLang::staticMetaObject) || mo->inherits(&TVexilDispatcher::staticMetaObject)
+        || mo->inherits(&TvxFormStorage::staticMetaObject);
+}
+
+// What the walk needs to know of a class, worked out once per class.
+struct ClassTraits
+{
+    bool closed = false;
+    bool suite = false;
+    bool action = false;
+};
+
+const ClassTraits &traitsOf(const QObject *object)
+{
+    static QHash<const QMetaObject *, ClassTraits> cache;
+    const QMetaObject *mo = object->metaObject();
+    auto it = cache.find(mo);
+    if (it == cache.end()) {
+        ClassTraits t;
+        t.closed = isClosedControlClass(mo);
+        t.suite = isSuiteComponentClass(mo);
+        t.action = mo->inherits(&QAction::staticMetaObject);
+        it = cache.insert(mo, t);
+    }
+    return it.value();
 }
 
 bool isSeparateWindow(QObject *object)
@@ -87,10 +116,12 @@ void TvxComponentList::collect(QObject *parent)
         // to that component, itself and everything in it.
         if (hasOwnTranslationComponent(child))
             continue;
-        if (!name.isEmpty() && !isQtInternalName(name) && !isSuiteComponent(child)) {
+        const ClassTraits &traits = traitsOf(child);
+        if (!name.isEmpty() && !traits.suite && !isQtInternalName(name)) {
             m_components.append(child);
             quint64 h = qHashMulti(m_fingerprint, quintptr(child), quintptr(child->metaObject()), name);
-            if (auto *action = qobject_cast<const QAction *>(child)) {
+            if (traits.action) {
+                const auto *action = static_cast<const QAction *>(child);
                 // Whether an action is a separator decides whether it has a caption line.
                 h = qHashMulti(h, action->isSeparator(), action->text() == QLatin1String("-"));
             }
@@ -101,7 +132,7 @@ void TvxComponentList::collect(QObject *parent)
             }
             m_fingerprint = h;
         }
-        if (isSeparateWindow(child) || isClosedControl(child))
+        if (traits.closed || isSeparateWindow(child))
             continue;
         collect(child);
     }
