@@ -3,6 +3,7 @@
 #include "vxcomponents.h"
 #include "vxdispatcher.h"
 #include "vxerrors.h"
+#include "vxfindnamed.h"
 #include "vxloadwatcher.h"
 #include "vxlocalesettings.h"
 #include "vxpropaccess.h"
@@ -10,7 +11,6 @@
 
 #include <QtCore/QHash>
 #include <QtGui/QAction>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QMainWindow>
 
@@ -634,23 +634,7 @@ void TvxCustomLang::resolveDispatcherName()
     // of loading. The form's own dispatcher wins over one elsewhere.
     if (m_dispatcherName.isEmpty())
         return;
-    TVexilDispatcher *found = nullptr;
-    if (m_owner) {
-        const auto candidates = m_owner->findChildren<TVexilDispatcher *>(m_dispatcherName);
-        if (!candidates.isEmpty())
-            found = candidates.first();
-    }
-    if (!found) {
-        // Dispatchers are widgets, so the application's widgets hold every one.
-        const QWidgetList widgets = QApplication::allWidgets();
-        for (QWidget *widget : widgets) {
-            auto *dispatcher = qobject_cast<TVexilDispatcher *>(widget);
-            if (dispatcher && dispatcher->objectName() == m_dispatcherName) {
-                found = dispatcher;
-                break;
-            }
-        }
-    }
+    TVexilDispatcher *found = Vexil::findNamed<TVexilDispatcher>(m_owner, m_dispatcherName);
     if (found)
         SetLangDispatcher(found);
 }

@@ -1,11 +1,11 @@
 #include "vxdialoglink.h"
 
 #include "vxcomp.h"
+#include "vxfindnamed.h"
 
 #include <QtCore/QEvent>
 #include <QtCore/QHash>
 #include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLabel>
@@ -73,21 +73,8 @@ void TvxDialogLink::resolveName()
     if (m_vexil || m_vexilName.isEmpty())
         return;
     // Usually the component of the form the dialog was placed on.
-    if (QWidget *parent = m_dialog->parentWidget()) {
-        const auto found = parent->window()->findChildren<TvxCustomLang *>(m_vexilName);
-        if (!found.isEmpty()) {
-            m_vexil = found.first();
-            return;
-        }
-    }
-    const QWidgetList widgets = QApplication::allWidgets();
-    for (QWidget *widget : widgets) {
-        auto *vexil = qobject_cast<TvxCustomLang *>(widget);
-        if (vexil && vexil->objectName() == m_vexilName) {
-            m_vexil = vexil;
-            return;
-        }
-    }
+    QWidget *parent = m_dialog->parentWidget();
+    m_vexil = Vexil::findNamed<TvxCustomLang>(parent ? parent->window() : nullptr, m_vexilName);
 }
 
 QString TvxDialogLink::normalized(const QString &text)
