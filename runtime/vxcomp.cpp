@@ -104,6 +104,27 @@ QString componentOfKey(const QString &key, TStringsType type)
     return key;
 }
 
+// ExtractWord() of one delimiter as a view into @p s.
+QStringView fieldView(int n, const QString &s, QChar delim)
+{
+    const char16_t d = delim.unicode();
+    const char16_t *p = reinterpret_cast<const char16_t *>(s.constData());
+    const char16_t *const end = p + s.size();
+    int count = 0;
+    while (p < end) {
+        if (*p == d)
+            ++p; // exactly one delimiter is stepped over before a field
+        if (p == end)
+            break;
+        const char16_t *start = p;
+        while (p < end && *p != d)
+            ++p;
+        if (++count == n)
+            return QStringView(start, p - start);
+    }
+    return QStringView();
+}
+
 QString propertyOfKey(const QString &key)
 {
     const int dot = key.indexOf(QLatin1Char('.'));
@@ -673,6 +694,15 @@ QString TvxCustomLang::textForApply(const TvxStringList *list, int index) const
     return text;
 }
 
+QStringView TvxCustomLang::textViewForApply(const QString &line) const
+{
+    // textForApply() of a table other than the locales, as a view into the line.
+    QStringView text = fieldView(m_activeLanguage + 1, line, m_langDelim);
+    if (text.isEmpty() && m_translateType == ttGetDefault)
+        text = fieldView(2, line, m_langDelim);
+    return text;
+}
+
 void TvxCustomLang::applyFormTexts(QWidget *form)
 {
     auto firstText = [this](const TvxStringList *list) {
@@ -754,11 +784,12 @@ bool TvxCustomLang::columnHasText(TStringsType type, int lang) const
     }
     if (lang < c.hasText.size())
         return c.hasText.at(lang);
+    const int known = int(c.hasText.size());
     c.hasText.resize(lang + 1);
-    for (int l = 1; l <= lang; ++l) {
+    for (int l = qMax(known, 1); l <= lang; ++l) {
         bool any = false;
         for (int i = 0; i < list->count() && !any; ++i)
-            any = !ExtractWord(l + 1, list->at(i), m_langDelim).isEmpty();
+            any = !fieldView(l + 1, list->at(i), m_langDelim).isEmpty();
         c.hasText[l] = any;
     }
     return c.hasText.at(lang);
@@ -779,9 +810,21 @@ void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &com
     if (ownerIsForm && (type == stCaptions || type == stHints || type == stFonts))
         first = 1;
 
+    if (type != stFonts && type != stMultiLines && type != stLocales) {
+        // Each line's text is compared where it stands in the line; a string
+        // is built only for a value that changes.
+        const Bindings &resolved = bindings(type, components);
+        for (int i = first; i < list->count(); ++i) {
+            const TvxPropAccess::StringTarget &target = resolved.lines.at(i);
+            if (!target.object)
+                continue;
+            const QStringView text = textViewForApply(list->at(i));
+            if (!text.isEmpty()) // an empty text writes nothing
+                TvxPropAccess::writeString(target, text);
+        }
+        return;
+    }
     TvxLocaleSettings *locale = TvxLocaleSettings::instance();
-    const bool byBinding = type != stFonts && type != stMultiLines && type != stLocales;
-    const Bindings *resolved = byBinding ? &bindings(type, components) : nullptr;
     for (int i = first; i < list->count(); ++i) {
         if (type == stLocales) {
             if (i >= TvxLocaleSettings::ItemCount)
@@ -800,26 +843,20 @@ void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &com
         const QString text = textForApply(list, i);
         if (text.isEmpty() && type != stFonts)
             continue;
-        if (type == stFonts || type == stMultiLines) {
-            const QString &line = list->at(i);
-            const int d = line.indexOf(m_langDelim);
-            const QString key = d >= 0 ? line.left(d) : line;
-            const QString name = componentOfKey(key, type);
-            if (isDoNotTranslate(name))
-                continue;
-            QObject *object = components.findOrOwner(name);
-            if (type == stFonts) {
-                const int charSet = Vexil::charSetValue(GetStringValue(CharSets(), name, m_activeLanguage));
-                if (object && (!text.isEmpty() || charSet >= 0))
-                    TvxPropAccess::applyFont(object, text, charSet);
-            } else if (object) {
-                TvxPropAccess::writeLines(object, propertyOfKey(key), TvxStringList::fromCommaText(text));
-            }
+        const QString &line = list->at(i);
+        const int d = line.indexOf(m_langDelim);
+        const QString key = d >= 0 ? line.left(d) : line;
+        const QString name = componentOfKey(key, type);
+        if (isDoNotTranslate(name))
             continue;
+        QObject *object = components.findOrOwner(name);
+        if (type == stFonts) {
+            const int charSet = Vexil::charSetValue(GetStringValue(CharSets(), name, m_activeLanguage));
+            if (object && (!text.isEmpty() || charSet >= 0))
+                TvxPropAccess::applyFont(object, text, charSet);
+        } else if (object) {
+            TvxPropAccess::writeLines(object, propertyOfKey(key), TvxStringList::fromCommaText(text));
         }
-        const QPair<QObject *, QString> &target = resolved->lines.at(i);
-        if (target.first)
-            TvxPropAccess::writeString(target.first, target.second, text);
     }
 }
 
@@ -842,7 +879,7 @@ const TvxCustomLang::Bindings &TvxCustomLang::bindings(TStringsType type, const 
         QString property;
         if (object)
             property = type == stOtherStrings ? propertyOfKey(lineKey) : hookedProperty(type, object);
-        b.lines.append({property.isEmpty() ? nullptr : object, property});
+        b.lines.append(TvxPropAccess::stringTarget(property.isEmpty() ? nullptr : object, property));
     }
     return b;
 }

@@ -3,6 +3,7 @@
 #include "vexil_export.h"
 #include "vxdialogtypes.h"
 #include "vxdispatcher.h"
+#include "vxpropaccess.h"
 #include "vxstringlist.h"
 #include "vxtypes.h"
 
@@ -293,6 +294,7 @@ private:
     void applyCollections(const TvxComponentList &components);
     void applyFormTexts(QWidget *form);
     QString textForApply(const TvxStringList *list, int index) const;
+    QStringView textViewForApply(const QString &line) const;
     void buildFormLines(QWidget *form);
     QList<quint64> buildInputs(const TvxComponentList &components) const;
     const TvxComponentList &components(std::unique_ptr<TvxComponentList> &own) const;
@@ -361,7 +363,7 @@ private:
     struct Bindings
     {
         QList<quint64> key;
-        QList<QPair<QObject *, QString>> lines;
+        QList<TvxPropAccess::StringTarget> lines; // no object: the line writes nothing
     };
     Bindings m_bindings[StringsTypeCount];
     const Bindings &bindings(TStringsType type, const TvxComponentList &components);

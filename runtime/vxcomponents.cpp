@@ -33,6 +33,9 @@ bool hasOwnTranslationComponent(QObject *object)
 // Names Qt gives the helpers it creates inside its own widgets.
 bool isQtInternalName(const QString &name)
 {
+    const QChar first = name.isEmpty() ? QChar() : name.front();
+    if (first != QLatin1Char('q') && first != QLatin1Char('_'))
+        return false;
     return name.startsWith(QLatin1String("qt_")) || name.startsWith(QLatin1String("_q_"))
         || name == QLatin1String("_layout");
 }
@@ -69,6 +72,7 @@ struct ClassTraits
     bool closed = false;
     bool suite = false;
     bool action = false;
+    bool collections = false;
 };
 
 const ClassTraits &traitsOf(const QObject *object)
@@ -81,6 +85,7 @@ const ClassTraits &traitsOf(const QObject *object)
         t.closed = isClosedControlClass(mo);
         t.suite = isSuiteComponentClass(mo);
         t.action = mo->inherits(&QAction::staticMetaObject);
+        t.collections = TvxPropInfoList::hasCollections(object); // a class's properties are the same for all
         it = cache.insert(mo, t);
     }
     return it.value();
@@ -125,7 +130,7 @@ void TvxComponentList::collect(QObject *parent)
                 // Whether an action is a separator decides whether it has a caption line.
                 h = qHashMulti(h, action->isSeparator(), action->text() == QLatin1String("-"));
             }
-            if (TvxPropInfoList::hasCollections(child)) {
+            if (traits.collections) {
                 const TvxPropInfoList collections(child, TvxPropInfo::Collection);
                 for (const TvxPropInfo &info : collections.items())
                     h = qHashMulti(h, TvxPropAccess::collectionCount(child, info.name));

@@ -175,6 +175,34 @@ void directWrite(QObject *object, Direct kind, const QString &value)
     }
 }
 
+// The concrete setter of a resolved target.
+enum Setter { ByMeta, ButtonText, LabelText, ActionText, WidgetToolTip, ActionToolTip, GroupTitle };
+
+Setter setterOf(const QObject *object, Direct kind)
+{
+    switch (kind) {
+    case Direct::Text:
+        if (qobject_cast<const QAbstractButton *>(object))
+            return ButtonText;
+        if (qobject_cast<const QLabel *>(object))
+            return LabelText;
+        if (qobject_cast<const QAction *>(object))
+            return ActionText;
+        return ByMeta;
+    case Direct::ToolTip:
+        if (object->isWidgetType())
+            return WidgetToolTip;
+        if (qobject_cast<const QAction *>(object))
+            return ActionToolTip;
+        return ByMeta;
+    case Direct::Title:
+        return qobject_cast<const QGroupBox *>(object) ? GroupTitle : ByMeta;
+    case Direct::None:
+        return ByMeta;
+    }
+    return ByMeta;
+}
+
 // The item list of a combo box or list widget and the lines of a text edit
 // have no property of their own; on any other class a property of that name
 // is an ordinary string-list property.
@@ -219,6 +247,65 @@ bool writeString(QObject *object, const QString &property, const QString &value)
     return p.write(object, value);
 }
 
+StringTarget stringTarget(QObject *object, const QString &property)
+{
+    return StringTarget{object, property, object ? setterOf(object, directKind(property)) : ByMeta};
+}
+
+bool writeString(const StringTarget &target, QStringView value)
+{
+    QObject *object = target.object;
+    if (!object)
+        return false;
+    // The classes were checked when the target was resolved.
+    switch (Setter(target.setter)) {
+    case ButtonText: {
+        auto *b = static_cast<QAbstractButton *>(object);
+        if (b->text() == value)
+            return false;
+        setButtonText(b, value.toString());
+        return true;
+    }
+    case LabelText: {
+        auto *l = static_cast<QLabel *>(object);
+        if (l->text() == value)
+            return false;
+        l->setText(value.toString());
+        return true;
+    }
+    case ActionText: {
+        auto *a = static_cast<QAction *>(object);
+        if (a->text() == value)
+            return false;
+        a->setText(value.toString());
+        return true;
+    }
+    case WidgetToolTip: {
+        auto *w = static_cast<QWidget *>(object);
+        if (w->toolTip() == value)
+            return false;
+        w->setToolTip(value.toString());
+        return true;
+    }
+    case ActionToolTip: {
+        auto *a = static_cast<QAction *>(object);
+        if (a->toolTip() == value)
+            return false;
+        a->setToolTip(value.toString());
+        return true;
+    }
+    case GroupTitle: {
+        auto *g = static_cast<QGroupBox *>(object);
+        if (g->title() == value)
+            return false;
+        g->setTitle(value.toString());
+        return true;
+    }
+    case ByMeta:
+        break;
+    }
+    return writeString(object, target.property, value.toString());
+}
 
 QStringList readLines(const QObject *object, const QString &property)
 {

@@ -17,6 +17,20 @@ VEXIL_EXPORT QString readString(const QObject *object, const QString &property);
 /// Sets a string property when the value differs; returns whether it was written.
 VEXIL_EXPORT bool writeString(QObject *object, const QString &property, const QString &value);
 
+/// A string property resolved once for many writes: the setter to call
+/// when the object is one of the common widgets, else the meta-property.
+/// Valid as long as the object lives.
+struct StringTarget
+{
+    QObject *object = nullptr;
+    QString property;
+    int setter = 0;
+};
+VEXIL_EXPORT StringTarget stringTarget(QObject *object, const QString &property);
+/// writeString() on a resolved target; @p value is compared with the
+/// current value before any string is built from it.
+VEXIL_EXPORT bool writeString(const StringTarget &target, QStringView value);
+
 /// The lines of a string-list property ("Items", "Lines" or a QStringList property).
 VEXIL_EXPORT QStringList readLines(const QObject *object, const QString &property);
 /// Changes a string list to @p lines line by line: existing lines are

@@ -13,12 +13,14 @@ namespace {
 // delimiter, up to the next one.
 QStringView keySpan(const QString &line, QChar delim)
 {
-    const QStringView view(line);
-    const qsizetype start = !view.isEmpty() && view.front() == delim ? 1 : 0;
-    qsizetype end = view.indexOf(delim, start);
-    if (end < 0)
-        end = view.size();
-    return view.mid(start, end - start);
+    const char16_t d = delim.unicode();
+    const char16_t *const begin = reinterpret_cast<const char16_t *>(line.constData());
+    const char16_t *const end = begin + line.size();
+    const char16_t *start = begin != end && *begin == d ? begin + 1 : begin;
+    const char16_t *p = start;
+    while (p < end && *p != d) // a plain loop: a view's indexOf() takes the general substring search
+        ++p;
+    return QStringView(start, p - start);
 }
 
 quint32 hashUnits(QStringView s, bool foldAscii)
@@ -515,21 +517,23 @@ int TvxStringList::indexOfExactKey(const QString &key, QChar delim) const
 QString TvxStringList::field(int i, int n, QChar delim) const
 {
     // ExtractWord() on the line, reading it where the last search found it.
+    // The scan is a plain loop: lines are short, and a view's indexOf()
+    // takes the general substring search.
     const QStringView line = i == m_foundIndex && m_foundVersion == m_version ? m_foundLine : QStringView(at(i));
-    const qsizetype len = line.size();
-    qsizetype pos = 0;
+    const char16_t d = delim.unicode();
+    const char16_t *p = line.utf16();
+    const char16_t *const end = p + line.size();
     int count = 0;
-    while (pos < len) {
-        if (line[pos] == delim)
-            ++pos; // exactly one delimiter is stepped over before a field
-        if (pos >= len)
+    while (p < end) {
+        if (*p == d)
+            ++p; // exactly one delimiter is stepped over before a field
+        if (p == end)
             break;
-        qsizetype end = line.indexOf(delim, pos);
-        if (end < 0)
-            end = len;
+        const char16_t *start = p;
+        while (p < end && *p != d)
+            ++p;
         if (++count == n)
-            return line.mid(pos, end - pos).toString();
-        pos = end;
+            return QStringView(start, p - start).toString();
     }
     return QString();
 }
