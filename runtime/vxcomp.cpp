@@ -4,6 +4,7 @@
 #include "vxdispatcher.h"
 #include "vxerrors.h"
 #include "vxfindnamed.h"
+#include "vxformwatch.h"
 #include "vxloadwatcher.h"
 #include "vxlocalesettings.h"
 #include "vxpropaccess.h"
@@ -209,6 +210,7 @@ TvxCustomLang::TvxCustomLang(QObject *given)
     if (m_owner) {
         m_ownerKey = m_owner;
         registry().insert(m_owner, this);
+        ++TvxFormWatch::componentsGeneration();
         // A widget owner frees the component with its children; any other
         // owner (a data module) is not its parent, so it frees it here.
         if (!m_owner->isWidgetType())
@@ -244,6 +246,7 @@ TvxCustomLang::TvxCustomLang(QObject *given)
     m_options = {};
 
     m_loadWatcher = new TvxLoadWatcher(m_owner, [this] { Loaded(); }, this);
+    m_formWatch = new TvxFormWatch(this);
 }
 
 TvxCustomLang::~TvxCustomLang()
@@ -252,8 +255,10 @@ TvxCustomLang::~TvxCustomLang()
         m_dispatcher->RemovePossibleReference(this);
     auto &owners = registry();
     auto it = owners.find(m_ownerKey);
-    if (it != owners.end() && it.value() == this)
+    if (it != owners.end() && it.value() == this) {
         owners.erase(it);
+        ++TvxFormWatch::componentsGeneration();
+    }
 }
 
 TvxCustomLang *TvxCustomLang::componentOf(const QObject *owner)
@@ -675,8 +680,8 @@ void TvxCustomLang::SetActLang(int value)
     }
     m_lastAssigned = -1;
     // One walk over the form serves both the build and the switch.
-    const TvxComponentList walked(m_owner);
-    const auto shared = shareComponents(walked);
+    const std::shared_ptr<const TvxComponentList> walked = m_formWatch->components(m_owner);
+    const auto shared = shareComponents(*walked);
     if (m_dispatcher || !loading)
         BuildList();
     m_activeLanguage = value;
@@ -737,7 +742,7 @@ void TvxCustomLang::applyFormTexts(QWidget *form)
 void TvxCustomLang::ChangeLanguage()
 {
     codeCall();
-    std::unique_ptr<TvxComponentList> own;
+    std::shared_ptr<const TvxComponentList> own;
     const TvxComponentList &components = this->components(own);
     if (auto *form = qobject_cast<QWidget *>(m_owner.data()))
         applyFormTexts(form);
@@ -813,13 +818,12 @@ void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &com
     if (type != stFonts && type != stMultiLines && type != stLocales) {
         // Each line's text is compared where it stands in the line; a string
         // is built only for a value that changes.
-        const Bindings &resolved = bindings(type, components);
+        Bindings &resolved = bindings(type, components);
+        const QList<QString> &texts = textsToApply(type, resolved);
         for (int i = first; i < list->count(); ++i) {
             const TvxPropAccess::StringTarget &target = resolved.lines.at(i);
-            if (!target.object)
-                continue;
-            const QStringView text = textViewForApply(list->at(i));
-            if (!text.isEmpty()) // an empty text writes nothing
+            const QString &text = texts.at(i);
+            if (target.object && !text.isEmpty()) // an empty text writes nothing
                 TvxPropAccess::writeString(target, text);
         }
         return;
@@ -860,7 +864,29 @@ void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &com
     }
 }
 
-const TvxCustomLang::Bindings &TvxCustomLang::bindings(TStringsType type, const TvxComponentList &components)
+const QList<QString> &TvxCustomLang::textsToApply(TStringsType type, Bindings &b)
+{
+    // The bindings are remade with every change of the table, so the texts
+    // kept here are always the table's.
+    if (b.textsType != m_translateType) {
+        b.texts.clear();
+        b.textsType = m_translateType;
+    }
+    if (b.texts.size() <= m_activeLanguage)
+        b.texts.resize(m_activeLanguage + 1);
+    QList<QString> &texts = b.texts[m_activeLanguage];
+    if (texts.isEmpty()) {
+        const TvxStringList *list = table(type);
+        texts.reserve(list->count());
+        for (int i = 0; i < list->count(); ++i) {
+            const QStringView text = b.lines.at(i).object ? textViewForApply(list->at(i)) : QStringView();
+            texts.append(text.isEmpty() ? QString() : text.toString());
+        }
+    }
+    return texts;
+}
+
+TvxCustomLang::Bindings &TvxCustomLang::bindings(TStringsType type, const TvxComponentList &components)
 {
     TvxStringList *list = table(type);
     Bindings &b = m_bindings[type];
@@ -869,6 +895,7 @@ const TvxCustomLang::Bindings &TvxCustomLang::bindings(TStringsType type, const 
     if (b.key == key)
         return b;
     b.key = key;
+    b.texts.clear();
     b.lines.clear();
     b.lines.reserve(list->count());
     for (const QString &line : list->lines()) {
@@ -925,12 +952,12 @@ TvxCustomLang::SharedComponents TvxCustomLang::shareComponents(const TvxComponen
     return SharedComponents(this);
 }
 
-const TvxComponentList &TvxCustomLang::components(std::unique_ptr<TvxComponentList> &own) const
+const TvxComponentList &TvxCustomLang::components(std::shared_ptr<const TvxComponentList> &hold) const
 {
     if (m_sharedComponents)
         return *m_sharedComponents;
-    own = std::make_unique<TvxComponentList>(m_owner);
-    return *own;
+    hold = m_formWatch->components(m_owner);
+    return *hold;
 }
 
 void TvxCustomLang::BuildList()
@@ -938,7 +965,7 @@ void TvxCustomLang::BuildList()
     codeCall();
     if (isLoading() || !m_owner)
         return;
-    std::unique_ptr<TvxComponentList> own;
+    std::shared_ptr<const TvxComponentList> own;
     const TvxComponentList &components = this->components(own);
     // At run time a build from unchanged inputs would change nothing.
     QList<quint64> inputs = m_designing ? QList<quint64>() : buildInputs(components);
@@ -1113,7 +1140,7 @@ void TvxCustomLang::scanCollections(const TvxComponentList &components)
 
 void TvxCustomLang::DelOldNames(TvxStringList *list, TStringsType type)
 {
-    std::unique_ptr<TvxComponentList> own;
+    std::shared_ptr<const TvxComponentList> own;
     delOldNames(list, type, components(own));
 }
 

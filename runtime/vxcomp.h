@@ -17,6 +17,7 @@
 class TMemIniFile;
 class TMessageForm;
 class TvxComponentList;
+class TvxFormWatch;
 class TvxLoadWatcher;
 
 /// The translation component: one text per language for every translatable
@@ -297,7 +298,7 @@ private:
     QStringView textViewForApply(const QString &line) const;
     void buildFormLines(QWidget *form);
     QList<quint64> buildInputs(const TvxComponentList &components) const;
-    const TvxComponentList &components(std::unique_ptr<TvxComponentList> &own) const;
+    const TvxComponentList &components(std::shared_ptr<const TvxComponentList> &hold) const;
     void scanCategory(TStringsType type, const TvxComponentList &components);
     void scanOtherStrings(const TvxComponentList &components);
     void scanCollections(const TvxComponentList &components);
@@ -331,6 +332,7 @@ private:
     TTranslateType m_translateType = ttNoChange;
     TVexilOptions m_options;
     TvxLoadWatcher *m_loadWatcher = nullptr;
+    TvxFormWatch *m_formWatch = nullptr;
     std::unique_ptr<StaleLines> m_stale;
     // What the tables were last built from; a build that would start from
     // the same has nothing to do.
@@ -364,9 +366,14 @@ private:
     {
         QList<quint64> key;
         QList<TvxPropAccess::StringTarget> lines; // no object: the line writes nothing
+        // Per language, the texts a switch writes, so that switching back
+        // and forth neither scans the lines nor builds strings again.
+        QList<QList<QString>> texts;
+        TTranslateType textsType = ttNoChange;
     };
+    const QList<QString> &textsToApply(TStringsType type, Bindings &b);
     Bindings m_bindings[StringsTypeCount];
-    const Bindings &bindings(TStringsType type, const TvxComponentList &components);
+    Bindings &bindings(TStringsType type, const TvxComponentList &components);
     bool columnHasText(TStringsType type, int lang) const;
     bool m_bulkLoading = false;
 };

@@ -42,7 +42,7 @@ bool isQtInternalName(const QString &name)
 
 // Controls whose children are all Qt's own making (a tab bar's scroll
 // buttons, a line edit's clear action, a spin box's editor, a view's
-// scroll bars): nothing designed lives inside them.
+// scroll bars), and actions: nothing designed lives inside them.
 bool isClosedControlClass(const QMetaObject *mo)
 {
     static const QMetaObject *const closed[] = {
@@ -50,7 +50,7 @@ bool isClosedControlClass(const QMetaObject *mo)
         &QComboBox::staticMetaObject,       &QLineEdit::staticMetaObject,       &QTabBar::staticMetaObject,
         &QLabel::staticMetaObject,          &QProgressBar::staticMetaObject,    &QAbstractItemView::staticMetaObject,
         &QCalendarWidget::staticMetaObject, &QTextEdit::staticMetaObject,       &QPlainTextEdit::staticMetaObject,
-        &QDialogButtonBox::staticMetaObject, &QKeySequenceEdit::staticMetaObject};
+        &QDialogButtonBox::staticMetaObject, &QKeySequenceEdit::staticMetaObject, &QAction::staticMetaObject};
     for (const QMetaObject *c : closed) {
         if (mo->inherits(c))
             return true;
@@ -79,16 +79,15 @@ const ClassTraits &traitsOf(const QObject *object)
 {
     static QHash<const QMetaObject *, ClassTraits> cache;
     const QMetaObject *mo = object->metaObject();
-    auto it = cache.find(mo);
-    if (it == cache.end()) {
-        ClassTraits t;
-        t.closed = isClosedControlClass(mo);
-        t.suite = isSuiteComponentClass(mo);
-        t.action = mo->inherits(&QAction::staticMetaObject);
-        t.collections = TvxPropInfoList::hasCollections(object); // a class's properties are the same for all
-        it = cache.insert(mo, t);
-    }
-    return it.value();
+    const auto found = cache.constFind(mo);
+    if (found != cache.cend())
+        return found.value();
+    ClassTraits t;
+    t.closed = isClosedControlClass(mo);
+    t.suite = isSuiteComponentClass(mo);
+    t.action = mo->inherits(&QAction::staticMetaObject);
+    t.collections = TvxPropInfoList::hasCollections(object); // a class's properties are the same for all
+    return cache.insert(mo, t).value();
 }
 
 bool isSeparateWindow(QObject *object)
@@ -97,6 +96,27 @@ bool isSeparateWindow(QObject *object)
         return false;
     auto *widget = static_cast<QWidget *>(object);
     return widget->isWindow() && widget->windowType() != Qt::Popup;
+}
+
+} // namespace
+
+namespace {
+
+// The part of an object's state beyond its name that decides its lines.
+quint64 stateOf(const QObject *object, bool action, bool collections)
+{
+    quint64 h = 0;
+    if (action) {
+        const auto *a = static_cast<const QAction *>(object);
+        // Whether an action is a separator decides whether it has a caption line.
+        h = qHashMulti(h, a->isSeparator(), a->text() == QLatin1String("-"));
+    }
+    if (collections) {
+        const TvxPropInfoList list(object, TvxPropInfo::Collection);
+        for (const TvxPropInfo &info : list.items())
+            h = qHashMulti(h, TvxPropAccess::collectionCount(object, info.name));
+    }
+    return h;
 }
 
 } // namespace
@@ -113,6 +133,7 @@ TvxComponentList::TvxComponentList(QObject *owner)
 
 void TvxComponentList::collect(QObject *parent)
 {
+    m_entered.append(parent);
     for (QObject *child : parent->children()) {
         const QString name = child->objectName();
         // Qt's own inner widgets are no components, but the pages of a tab
@@ -122,25 +143,30 @@ void TvxComponentList::collect(QObject *parent)
         if (hasOwnTranslationComponent(child))
             continue;
         const ClassTraits &traits = traitsOf(child);
+        const quint64 state =
+            traits.action || traits.collections ? stateOf(child, traits.action, traits.collections) : 0;
+        m_seen.append({child, name, state, traits.action, traits.collections});
         if (!name.isEmpty() && !traits.suite && !isQtInternalName(name)) {
             m_components.append(child);
-            quint64 h = qHashMulti(m_fingerprint, quintptr(child), quintptr(child->metaObject()), name);
-            if (traits.action) {
-                const auto *action = static_cast<const QAction *>(child);
-                // Whether an action is a separator decides whether it has a caption line.
-                h = qHashMulti(h, action->isSeparator(), action->text() == QLatin1String("-"));
-            }
-            if (traits.collections) {
-                const TvxPropInfoList collections(child, TvxPropInfo::Collection);
-                for (const TvxPropInfo &info : collections.items())
-                    h = qHashMulti(h, TvxPropAccess::collectionCount(child, info.name));
-            }
-            m_fingerprint = h;
+            m_fingerprint = qHashMulti(m_fingerprint, quintptr(child), quintptr(child->metaObject()), name, state);
         }
-        if (traits.closed || isSeparateWindow(child))
+        // Nothing designed lives inside Qt's closed controls, another window
+        // or the suite's own components.
+        if (traits.closed || traits.suite || isSeparateWindow(child))
             continue;
         collect(child);
     }
+}
+
+bool TvxComponentList::stillCurrent() const
+{
+    for (const Seen &seen : m_seen) {
+        if (seen.object->objectName() != seen.name)
+            return false;
+        if ((seen.action || seen.collections) && stateOf(seen.object, seen.action, seen.collections) != seen.state)
+            return false;
+    }
+    return true;
 }
 
 QObject *TvxComponentList::find(const QString &name) const

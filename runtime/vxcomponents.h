@@ -42,8 +42,28 @@ public:
     /// sizes: equal digests mean nothing a table depends on has changed.
     quint64 fingerprint() const { return m_fingerprint; }
 
+    /// The owner and every object whose children the walk looked at: where
+    /// an object can be added, removed or moved that would change the list.
+    const QList<QObject *> &entered() const { return m_entered; }
+    /// Whether a new walk would give the same list, provided no object has
+    /// been added, removed or moved under one of entered() since (which
+    /// TvxFormWatch tells): no name, separator or collection size changed.
+    bool stillCurrent() const;
+
 private:
     void collect(QObject *parent);
+
+    // Every child the walk looked at, with what decided its place in the list.
+    struct Seen
+    {
+        QObject *object;
+        QString name;
+        quint64 state; // separator flags of an action, collection sizes
+        bool action;
+        bool collections;
+    };
+    QList<Seen> m_seen;
+    QList<QObject *> m_entered;
 
     QObject *m_owner;
     QString m_ownerClass;

@@ -140,7 +140,7 @@ void setButtonText(QAbstractButton *button, const QString &text)
 {
 #ifndef QT_NO_SHORTCUT
     const QKeySequence shortcut = button->shortcut();
-    const bool own = shortcut != QKeySequence::mnemonic(button->text());
+    const bool own = !shortcut.isEmpty() && shortcut != QKeySequence::mnemonic(button->text());
     button->setText(text);
     if (own)
         button->setShortcut(shortcut);
@@ -252,59 +252,79 @@ StringTarget stringTarget(QObject *object, const QString &property)
     return StringTarget{object, property, object ? setterOf(object, directKind(property)) : ByMeta};
 }
 
-bool writeString(const StringTarget &target, QStringView value)
+namespace {
+
+// Writes @p value (or, when @p shared is given, that string itself) into a
+// resolved target; the current value is compared with the view first.
+bool writeTarget(const StringTarget &target, QStringView value, const QString *shared)
 {
     QObject *object = target.object;
     if (!object)
         return false;
+    const auto text = [&] { return shared ? *shared : value.toString(); };
     // The classes were checked when the target was resolved.
     switch (Setter(target.setter)) {
+    // Buttons, labels, actions and group boxes compare a new text with their
+    // own and do nothing when it is the same; only the other setters need
+    // the comparison here. A shared string is handed on without a look.
     case ButtonText: {
         auto *b = static_cast<QAbstractButton *>(object);
-        if (b->text() == value)
+        if (!shared && b->text() == value)
             return false;
-        setButtonText(b, value.toString());
+        setButtonText(b, text());
         return true;
     }
     case LabelText: {
         auto *l = static_cast<QLabel *>(object);
-        if (l->text() == value)
+        if (!shared && l->text() == value)
             return false;
-        l->setText(value.toString());
+        l->setText(text());
         return true;
     }
     case ActionText: {
         auto *a = static_cast<QAction *>(object);
-        if (a->text() == value)
+        if (!shared && a->text() == value)
             return false;
-        a->setText(value.toString());
+        a->setText(text());
         return true;
     }
     case WidgetToolTip: {
         auto *w = static_cast<QWidget *>(object);
         if (w->toolTip() == value)
             return false;
-        w->setToolTip(value.toString());
+        w->setToolTip(text());
         return true;
     }
     case ActionToolTip: {
         auto *a = static_cast<QAction *>(object);
-        if (a->toolTip() == value)
+        if (!shared && a->toolTip() == value)
             return false;
-        a->setToolTip(value.toString());
+        a->setToolTip(text());
         return true;
     }
     case GroupTitle: {
         auto *g = static_cast<QGroupBox *>(object);
-        if (g->title() == value)
+        if (!shared && g->title() == value)
             return false;
-        g->setTitle(value.toString());
+        g->setTitle(text());
         return true;
     }
     case ByMeta:
         break;
     }
-    return writeString(object, target.property, value.toString());
+    return writeString(object, target.property, text());
+}
+
+} // namespace
+
+bool writeString(const StringTarget &target, QStringView value)
+{
+    return writeTarget(target, value, nullptr);
+}
+
+bool writeString(const StringTarget &target, const QString &value)
+{
+    return writeTarget(target, value, &value);
 }
 
 QStringList readLines(const QObject *object, const QString &property)

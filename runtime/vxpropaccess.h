@@ -30,6 +30,8 @@ VEXIL_EXPORT StringTarget stringTarget(QObject *object, const QString &property)
 /// writeString() on a resolved target; @p value is compared with the
 /// current value before any string is built from it.
 VEXIL_EXPORT bool writeString(const StringTarget &target, QStringView value);
+/// writeString() on a resolved target that writes @p value itself, shared.
+VEXIL_EXPORT bool writeString(const StringTarget &target, const QString &value);
 
 /// The lines of a string-list property ("Items", "Lines" or a QStringList property).
 VEXIL_EXPORT QStringList readLines(const QObject *object, const QString &property);

@@ -6,6 +6,8 @@
 #include "vxpropaccess.h"
 
 #include <QtTest>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QGroupBox>
 #include <QtGui/QFontDatabase>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
@@ -44,6 +46,7 @@ class TstSwitching : public QObject
     Q_OBJECT
 private slots:
     void switchesAndSwitchesBack();
+    void formChangesBetweenSwitchesAreSeen();
     void sameLanguageDoesNothing();
     void outOfRangeRaisesUnlessLoading();
     void emptyTextsAndTranslateType();
@@ -82,6 +85,64 @@ void TstSwitching::switchesAndSwitchesBack()
     QCOMPARE(form.button->text(), QStringLiteral("Yes"));
     QCOMPARE(form.windowTitle(), QStringLiteral("Hello"));
     QCOMPARE(callbacks, 2);
+}
+
+// A switch reuses what it knows of the form only while the form is the same:
+// widgets added, removed, renamed, moved or turned into separators between
+// two switches are all seen by the next one.
+void TstSwitching::formChangesBetweenSwitchesAreSeen()
+{
+    TForm2 form;
+    auto *box = new QGroupBox(&form);
+    box->setObjectName(QStringLiteral("box"));
+    auto *menu = new QMenu(&form);
+    menu->setObjectName(QStringLiteral("menu"));
+    QAction *item = menu->addSeparator();
+    item->setObjectName(QStringLiteral("item"));
+    form.vx->SetActLang(2);
+    form.vx->SetActLang(1);
+    const auto captions = [&] { return form.vx->Captions()->lines().join(QLatin1Char('|')); };
+
+    auto *added = new QLabel(QStringLiteral("Added"), box); // into a container walked before
+    added->setObjectName(QStringLiteral("lblAdded"));
+    form.vx->SetActLang(2);
+    QVERIFY(captions().contains(QLatin1String("lblAdded\tAdded\t")));
+
+    form.label->setObjectName(QStringLiteral("lblRenamed"));
+    form.vx->SetActLang(1);
+    QVERIFY(captions().contains(QLatin1String("lblRenamed\tName\t")));
+    QVERIFY(!captions().contains(QLatin1String("Label1")));
+
+    item->setSeparator(false);
+    item->setText(QStringLiteral("Item"));
+    form.vx->SetActLang(2);
+    QVERIFY(captions().contains(QLatin1String("item\tItem\t")));
+
+    delete added; // a freed widget is never touched again
+    auto *moved = form.button;
+    moved->setParent(box);
+    form.vx->SetActLang(1);
+    QVERIFY(!captions().contains(QLatin1String("lblAdded")));
+    QVERIFY(captions().contains(QLatin1String("Button1")));
+
+    // A form embedded with its own component leaves the outer one's lines.
+    auto *inner = new QWidget(box);
+    auto *innerLabel = new QLabel(QStringLiteral("Inner"), inner);
+    innerLabel->setObjectName(QStringLiteral("lblInner"));
+    form.vx->SetActLang(2);
+    QVERIFY(captions().contains(QLatin1String("lblInner")));
+    class InnerForm : public QWidget {};
+    auto *innerForm = new InnerForm;
+    innerForm->setObjectName(QStringLiteral("innerForm"));
+    auto *innerVx = new TVexil(innerForm);
+    innerLabel->setParent(innerForm);
+    innerForm->setParent(box);
+    form.vx->SetActLang(1);
+    QVERIFY(!captions().contains(QLatin1String("lblInner")));
+    QVERIFY(!captions().contains(QLatin1String("innerForm")));
+    delete innerVx; // its form is the outer one's again
+    form.vx->SetActLang(2);
+    QVERIFY(captions().contains(QLatin1String("lblInner")));
 }
 
 void TstSwitching::sameLanguageDoesNothing()
