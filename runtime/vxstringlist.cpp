@@ -450,10 +450,12 @@ void TvxStringList::unindexLine(int pos) const
 
 void TvxStringList::rebuildIndex(QChar delim) const
 {
-    // Twice the lines, so that at least half as many again can be added
-    // (or removed and added) before the next rebuild.
+    // Half as many slots again as lines: the table stays small enough to
+    // be read from the cache, searches stay short, and a twelfth of it can
+    // be added (or removed and added) before the next rebuild at three
+    // quarters, so rebuilds still cost a constant per line.
     size_t size = 16;
-    while (size < size_t(count()) * 2)
+    while (size < size_t(count()) * 3 / 2)
         size *= 2;
     std::vector<Slot>(size, Slot{0, EmptySlot, nullptr, 0, 0, 0}).swap(m_slots);
     m_used = m_freed = 0;
