@@ -4,6 +4,8 @@
 #include "vxerrors.h"
 #include "vxloadwatcher.h"
 
+#include <optional>
+
 TVexilDispatcher::TVexilDispatcher(QWidget *parent)
     : QWidget(parent)
     , m_langNames(new TvxStringList(this))
@@ -35,12 +37,24 @@ void TVexilDispatcher::Loaded()
     SetLangNames(m_langNames); // its own list: nothing happens, as intended
 }
 
+void TVexilDispatcher::pushToReferences(const std::function<void(TvxCustomLang *)> &push)
+{
+    // While form-building code sets this dispatcher, what it passes on is
+    // part of building the form too: the components stay loading.
+    const bool loading = isLoading();
+    const QList<TvxCustomLang *> references = m_references;
+    for (TvxCustomLang *lang : references) {
+        std::optional<TvxCustomLang::FormWrite> write;
+        if (loading)
+            write.emplace(lang);
+        push(lang);
+    }
+}
+
 void TVexilDispatcher::SetActiveLanguage(int value)
 {
     m_activeLanguage = value;
-    const QList<TvxCustomLang *> references = m_references;
-    for (TvxCustomLang *lang : references)
-        lang->SetActLang(value);
+    pushToReferences([value](TvxCustomLang *lang) { lang->SetActLang(value); });
     if (!isLoading() && value >= 1 && m_langNames->count() >= value)
         m_language = m_langNames->at(value - 1);
 }
@@ -49,9 +63,7 @@ void TVexilDispatcher::SetNumOfLanguages(int value)
 {
     m_numLanguages = value;
     Vexil::fitLanguageNames(m_langNames, value);
-    const QList<TvxCustomLang *> references = m_references;
-    for (TvxCustomLang *lang : references)
-        lang->SetNumLang(value);
+    pushToReferences([value](TvxCustomLang *lang) { lang->SetNumLang(value); });
 }
 
 void TVexilDispatcher::SetLangNames(const TvxStringList *names)
@@ -76,11 +88,10 @@ void TVexilDispatcher::SetLangNames(const QStringList &names)
     m_langNames->setLines(upper);
     if (m_activeLanguage >= 1 && m_activeLanguage <= upper.size())
         m_language = upper.at(m_activeLanguage - 1);
-    const QList<TvxCustomLang *> references = m_references;
-    for (TvxCustomLang *lang : references) {
+    pushToReferences([this](TvxCustomLang *lang) {
         lang->SetLangNames(m_langNames);
         lang->SetLanguage(m_language);
-    }
+    });
     SetNumOfLanguages(upper.size());
 }
 

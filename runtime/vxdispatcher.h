@@ -6,6 +6,8 @@
 #include <QtCore/QList>
 #include <QtWidgets/QWidget>
 
+#include <functional>
+
 class TvxCustomLang;
 class TvxLoadWatcher;
 
@@ -66,5 +68,7 @@ private:
     int m_numLanguages = 1;
     QString m_language;
     TvxStringList *m_langNames;
+    void pushToReferences(const std::function<void(TvxCustomLang *)> &push);
+
     TvxLoadWatcher *m_loadWatcher;
 };

@@ -35,7 +35,30 @@ private slots:
     void referencesClearedOnDestruction();
     void registrationPastTheCount();
     void namesNeverLeaveComponentsWithout();
+    void formBuildingKeepsComponentsLoading();
 };
+
+// A dispatcher set by form-building code passes its values on as part of
+// building the form: the components linked to it stay loading, and the
+// dialog texts the form sets afterwards are still completed.
+void TstDispatcher::formBuildingKeepsComponentsLoading()
+{
+    QWidget form;
+    auto *dispatcher = new TVexilDispatcher(&form);
+    dispatcher->setObjectName(QStringLiteral("dispatcher"));
+    auto *vx = new TVexil(&form);
+    vx->setLangDispatcher(QStringLiteral("dispatcher"));
+    QCOMPARE(vx->LangDispatcher(), dispatcher);
+    dispatcher->setLangNames({QStringLiteral("English"), QStringLiteral("Deutsch")}); // as retranslateUi() would
+    QVERIFY(vx->isLoading());
+    QCOMPARE(vx->LangNames()->lines(), (QStringList{QStringLiteral("ENGLISH"), QStringLiteral("DEUTSCH")}));
+    vx->setDlgsCaptions(vx->DlgsCaptions()->lines().mid(0, 15));
+    form.show();
+    QVERIFY(!vx->isLoading());
+    QCOMPARE(vx->DlgsCaptions()->count(), 79);
+    dispatcher->SetActiveLanguage(2); // application code afterwards
+    QCOMPARE(vx->ActiveLanguage(), 2);
+}
 
 void TstDispatcher::fansOutToEveryWindow()
 {
