@@ -105,26 +105,6 @@ QString componentOfKey(const QString &key, TStringsType type)
     return key;
 }
 
-// ExtractWord() of one delimiter as a view into @p s.
-QStringView fieldView(int n, const QString &s, QChar delim)
-{
-    const char16_t d = delim.unicode();
-    const char16_t *p = reinterpret_cast<const char16_t *>(s.constData());
-    const char16_t *const end = p + s.size();
-    int count = 0;
-    while (p < end) {
-        if (*p == d)
-            ++p; // exactly one delimiter is stepped over before a field
-        if (p == end)
-            break;
-        const char16_t *start = p;
-        while (p < end && *p != d)
-            ++p;
-        if (++count == n)
-            return QStringView(start, p - start);
-    }
-    return QStringView();
-}
 
 QString propertyOfKey(const QString &key)
 {
@@ -702,9 +682,9 @@ QString TvxCustomLang::textForApply(const TvxStringList *list, int index) const
 QStringView TvxCustomLang::textViewForApply(const QString &line) const
 {
     // textForApply() of a table other than the locales, as a view into the line.
-    QStringView text = fieldView(m_activeLanguage + 1, line, m_langDelim);
+    QStringView text = ExtractWordView(m_activeLanguage + 1, line, m_langDelim);
     if (text.isEmpty() && m_translateType == ttGetDefault)
-        text = fieldView(2, line, m_langDelim);
+        text = ExtractWordView(2, line, m_langDelim);
     return text;
 }
 
@@ -794,7 +774,7 @@ bool TvxCustomLang::columnHasText(TStringsType type, int lang) const
     for (int l = qMax(known, 1); l <= lang; ++l) {
         bool any = false;
         for (int i = 0; i < list->count() && !any; ++i)
-            any = !fieldView(l + 1, list->at(i), m_langDelim).isEmpty();
+            any = !ExtractWordView(l + 1, list->at(i), m_langDelim).isEmpty();
         c.hasText[l] = any;
     }
     return c.hasText.at(lang);

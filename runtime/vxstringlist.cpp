@@ -519,23 +519,6 @@ int TvxStringList::indexOfExactKey(const QString &key, QChar delim) const
 QString TvxStringList::field(int i, int n, QChar delim) const
 {
     // ExtractWord() on the line, reading it where the last search found it.
-    // The scan is a plain loop: lines are short, and a view's indexOf()
-    // takes the general substring search.
     const QStringView line = i == m_foundIndex && m_foundVersion == m_version ? m_foundLine : QStringView(at(i));
-    const char16_t d = delim.unicode();
-    const char16_t *p = line.utf16();
-    const char16_t *const end = p + line.size();
-    int count = 0;
-    while (p < end) {
-        if (*p == d)
-            ++p; // exactly one delimiter is stepped over before a field
-        if (p == end)
-            break;
-        const char16_t *start = p;
-        while (p < end && *p != d)
-            ++p;
-        if (++count == n)
-            return QStringView(start, p - start).toString();
-    }
-    return QString();
+    return ExtractWordView(n, line, delim).toString();
 }

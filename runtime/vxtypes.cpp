@@ -163,6 +163,28 @@ QString ExtractWord(int n, const QString &s, QChar delim)
     return extractField(n, s, [delim](QChar c) { return c == delim; });
 }
 
+QStringView ExtractWordView(int n, QStringView s, QChar delim)
+{
+    // A plain loop: lines are short, and a view's indexOf() takes the
+    // general substring search.
+    const char16_t d = delim.unicode();
+    const char16_t *p = s.utf16();
+    const char16_t *const end = p + s.size();
+    int count = 0;
+    while (p < end) {
+        if (*p == d)
+            ++p; // exactly one delimiter is stepped over before a field
+        if (p == end)
+            break;
+        const char16_t *start = p;
+        while (p < end && *p != d)
+            ++p;
+        if (++count == n)
+            return QStringView(start, p - start);
+    }
+    return QStringView();
+}
+
 void GetIniNames(QStringList &list)
 {
     list.clear();

@@ -89,6 +89,9 @@ VEXIL_EXPORT size_t qHash(const FoldedKey &key, size_t seed = 0) noexcept;
 VEXIL_EXPORT QString ExtractWord(int n, const QString &s, const QString &delims);
 /// Convenience overload for a single delimiter.
 VEXIL_EXPORT QString ExtractWord(int n, const QString &s, QChar delim);
+/// ExtractWord() of a single delimiter as a view into @p s, built with
+/// no string: the look-ups and switches read fields this way.
+VEXIL_EXPORT QStringView ExtractWordView(int n, QStringView s, QChar delim);
 
 /// Clears @p list and fills it with the twelve section words in category order.
 VEXIL_EXPORT void GetIniNames(QStringList &list);
