@@ -105,7 +105,6 @@ QString componentOfKey(const QString &key, TStringsType type)
     return key;
 }
 
-
 QString propertyOfKey(const QString &key)
 {
     const int dot = key.indexOf(QLatin1Char('.'));
@@ -796,8 +795,8 @@ void TvxCustomLang::applyCategory(TStringsType type, const TvxComponentList &com
         first = 1;
 
     if (type != stFonts && type != stMultiLines && type != stLocales) {
-        // Each line's text is compared where it stands in the line; a string
-        // is built only for a value that changes.
+        // The bound lines' texts of this language, kept with the bindings,
+        // go to the widgets shared.
         Bindings &resolved = bindings(type, components);
         const QList<QString> &texts = textsToApply(type, resolved);
         for (int i = first; i < list->count(); ++i) {
@@ -1193,8 +1192,8 @@ void TvxCustomLang::delOldNames(TvxStringList *list, TStringsType type, const Tv
 
 void TvxCustomLang::CheckRmdProps()
 {
-    TvxComponentList components(m_owner);
-    checkRmdProps(components);
+    std::shared_ptr<const TvxComponentList> own;
+    checkRmdProps(components(own));
 }
 
 void TvxCustomLang::checkRmdProps(const TvxComponentList &components)

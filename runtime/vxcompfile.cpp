@@ -5,6 +5,7 @@
 #include "memini.h"
 #include "vxcomponents.h"
 #include "vxerrors.h"
+#include "vxformwatch.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QLoggingCategory>
@@ -378,8 +379,8 @@ int TvxCustomLang::LoadStringsFromFile(const QString &fileName, bool clear)
 
 void TvxCustomLang::loadAll(const QString &fileName, bool clear, bool apply)
 {
-    const TvxComponentList walked(m_owner);
-    const auto shared = shareComponents(walked);
+    const std::shared_ptr<const TvxComponentList> walked = m_formWatch->components(m_owner);
+    const auto shared = shareComponents(*walked);
     m_bulkLoading = true;
     const bool exists = QFileInfo::exists(fileName);
     std::unique_ptr<TMemIniFile> ini;
@@ -466,8 +467,8 @@ bool TvxCustomLang::MergeFromFile(TStringsType type, const QString &fileName)
 
 bool TvxCustomLang::mergeAll(const QString &fileName, bool apply)
 {
-    const TvxComponentList walked(m_owner);
-    const auto shared = shareComponents(walked);
+    const std::shared_ptr<const TvxComponentList> walked = m_formWatch->components(m_owner);
+    const auto shared = shareComponents(*walked);
     if (!QFileInfo::exists(fileName)) {
         m_bulkLoading = true; // the first category's merge fails at once
         return false;

@@ -149,32 +149,6 @@ void setButtonText(QAbstractButton *button, const QString &text)
 #endif
 }
 
-void directWrite(QObject *object, Direct kind, const QString &value)
-{
-    switch (kind) {
-    case Direct::Text:
-        if (auto *b = qobject_cast<QAbstractButton *>(object))
-            setButtonText(b, value);
-        else if (auto *l = qobject_cast<QLabel *>(object))
-            l->setText(value);
-        else if (auto *a = qobject_cast<QAction *>(object))
-            a->setText(value);
-        break;
-    case Direct::ToolTip:
-        if (object->isWidgetType())
-            static_cast<QWidget *>(object)->setToolTip(value);
-        else if (auto *a = qobject_cast<QAction *>(object))
-            a->setToolTip(value);
-        break;
-    case Direct::Title:
-        if (auto *g = qobject_cast<QGroupBox *>(object))
-            g->setTitle(value);
-        break;
-    case Direct::None:
-        break;
-    }
-}
-
 // The concrete setter of a resolved target.
 enum Setter { ByMeta, ButtonText, LabelText, ActionText, WidgetToolTip, ActionToolTip, GroupTitle };
 
@@ -233,18 +207,9 @@ QString readString(const QObject *object, const QString &property)
 
 bool writeString(QObject *object, const QString &property, const QString &value)
 {
-    const Direct kind = directKind(property);
-    QString current;
-    if (directRead(object, kind, &current)) {
-        if (current == value)
-            return false;
-        directWrite(object, kind, value);
-        return true;
-    }
-    const QMetaProperty p = metaProperty(object, property);
-    if (!p.isValid() || p.read(object).toString() == value)
+    if (readString(object, property) == value)
         return false;
-    return p.write(object, value);
+    return writeString(stringTarget(object, property), value);
 }
 
 StringTarget stringTarget(QObject *object, const QString &property)
@@ -252,79 +217,44 @@ StringTarget stringTarget(QObject *object, const QString &property)
     return StringTarget{object, property, object ? setterOf(object, directKind(property)) : ByMeta};
 }
 
-namespace {
-
-// Writes @p value (or, when @p shared is given, that string itself) into a
-// resolved target; the current value is compared with the view first.
-bool writeTarget(const StringTarget &target, QStringView value, const QString *shared)
+bool writeString(const StringTarget &target, const QString &value)
 {
     QObject *object = target.object;
     if (!object)
         return false;
-    const auto text = [&] { return shared ? *shared : value.toString(); };
-    // The classes were checked when the target was resolved.
+    // The classes were checked when the target was resolved. Buttons,
+    // labels, actions and group boxes compare a new text with their own and
+    // do nothing when it is the same; the other setters are compared here.
     switch (Setter(target.setter)) {
-    // Buttons, labels, actions and group boxes compare a new text with their
-    // own and do nothing when it is the same; only the other setters need
-    // the comparison here. A shared string is handed on without a look.
-    case ButtonText: {
-        auto *b = static_cast<QAbstractButton *>(object);
-        if (!shared && b->text() == value)
-            return false;
-        setButtonText(b, text());
+    case ButtonText:
+        setButtonText(static_cast<QAbstractButton *>(object), value);
         return true;
-    }
-    case LabelText: {
-        auto *l = static_cast<QLabel *>(object);
-        if (!shared && l->text() == value)
-            return false;
-        l->setText(text());
+    case LabelText:
+        static_cast<QLabel *>(object)->setText(value);
         return true;
-    }
-    case ActionText: {
-        auto *a = static_cast<QAction *>(object);
-        if (!shared && a->text() == value)
-            return false;
-        a->setText(text());
+    case ActionText:
+        static_cast<QAction *>(object)->setText(value);
         return true;
-    }
     case WidgetToolTip: {
         auto *w = static_cast<QWidget *>(object);
         if (w->toolTip() == value)
             return false;
-        w->setToolTip(text());
+        w->setToolTip(value);
         return true;
     }
-    case ActionToolTip: {
-        auto *a = static_cast<QAction *>(object);
-        if (!shared && a->toolTip() == value)
-            return false;
-        a->setToolTip(text());
+    case ActionToolTip:
+        static_cast<QAction *>(object)->setToolTip(value);
         return true;
-    }
-    case GroupTitle: {
-        auto *g = static_cast<QGroupBox *>(object);
-        if (!shared && g->title() == value)
-            return false;
-        g->setTitle(text());
+    case GroupTitle:
+        static_cast<QGroupBox *>(object)->setTitle(value);
         return true;
-    }
     case ByMeta:
         break;
     }
-    return writeString(object, target.property, text());
-}
-
-} // namespace
-
-bool writeString(const StringTarget &target, QStringView value)
-{
-    return writeTarget(target, value, nullptr);
-}
-
-bool writeString(const StringTarget &target, const QString &value)
-{
-    return writeTarget(target, value, &value);
+    const QMetaProperty p = metaProperty(object, target.property);
+    if (!p.isValid() || p.read(object).toString() == value)
+        return false;
+    return p.write(object, value);
 }
 
 QStringList readLines(const QObject *object, const QString &property)

@@ -27,10 +27,10 @@ struct StringTarget
     int setter = 0;
 };
 VEXIL_EXPORT StringTarget stringTarget(QObject *object, const QString &property);
-/// writeString() on a resolved target; @p value is compared with the
-/// current value before any string is built from it.
-VEXIL_EXPORT bool writeString(const StringTarget &target, QStringView value);
-/// writeString() on a resolved target that writes @p value itself, shared.
+/// Writes @p value itself (shared, not copied) into a resolved target,
+/// only where it differs: the common widgets' setters check that
+/// themselves, the others are compared first. Returns false when the value
+/// was found unchanged before the setter.
 VEXIL_EXPORT bool writeString(const StringTarget &target, const QString &value);
 
 /// The lines of a string-list property ("Items", "Lines" or a QStringList property).
