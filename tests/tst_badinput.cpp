@@ -2,6 +2,7 @@
 // gives its documented result, nothing crashes or hangs, and the other
 // entries of the file and of the tables survive.
 #include "memini.h"
+#include "vexilitems.h"
 #include "vxcomp.h"
 
 #include <QtTest>
@@ -26,16 +27,6 @@ public:
 };
 
 // The same form with a component that also publishes the twelfth table.
-class TVexilItems : public TVexil
-{
-    Q_OBJECT
-    Q_PROPERTY(QStringList ListView_TreeView_Items READ itemLines WRITE setItemLines)
-public:
-    explicit TVexilItems(QWidget *parent) : TVexil(parent) {}
-    QStringList itemLines() const { return GetPropListByType(stListView_TreeView_Items)->lines(); }
-    void setItemLines(const QStringList &l) { SetTable(stListView_TreeView_Items, l); }
-};
-
 class TForm9Items : public QWidget
 {
     Q_OBJECT

@@ -1,5 +1,6 @@
 // Property discovery on real Qt forms: which lines the tables gain, keep,
 // recover after a rename and lose.
+#include "tablekeys.h"
 #include "vxcomp.h"
 #include "vxformstorage.h"
 
@@ -35,14 +36,6 @@ public:
     QPushButton *button;
     TVexil *vx;
 };
-
-static QStringList keys(const TvxStringList *list)
-{
-    QStringList k;
-    for (const QString &line : list->lines())
-        k << line.section(QLatin1Char('\t'), 0, 0);
-    return k;
-}
 
 // A class of the application's own with string lists named like the item
 // lists of Qt's widgets: ordinary properties all the same.

@@ -1,6 +1,7 @@
 // Forms inside forms: each translation component translates its own form,
 // and the form around it leaves the inner one alone. Also which object a
 // component belongs to when it is created somewhere inside a form.
+#include "tablekeys.h"
 #include "vxcomp.h"
 #include "vxerrors.h"
 
@@ -12,14 +13,6 @@
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
-
-QStringList keys(const TvxStringList *list)
-{
-    QStringList k;
-    for (const QString &line : list->lines())
-        k << line.section(QLatin1Char('\t'), 0, 0);
-    return k;
-}
 
 // A form class as Designer and uic make them: its own widgets and its own
 // component, created in its constructor under the form itself.
