@@ -60,6 +60,14 @@ public:
 
     /// The form or object whose components this component translates.
     QObject *owner() const { return m_owner; }
+    /// The owner's object name.
+    QString ownerName() const;
+    /// The owner's class name.
+    QString ownerClassName() const;
+    /// The prefix (without the dot) of this owner's keys in translation
+    /// files: its class name, or its object name when the class is one of
+    /// Qt's own and so shared by many forms.
+    QString filePrefix() const;
 
     // --- tables -------------------------------------------------------
     TvxStringList *Captions() const { return table(stCaptions); }
@@ -280,10 +288,6 @@ protected:
 
 private:
     friend class TVexilDispatcher;
-    QString ownerName() const;
-    QString ownerClassName() const;
-    /// The owner's prefix of keys in translation files (without the dot).
-    QString filePrefix() const;
     int saveToStore(TStringsType type, TMemIniFile &ini, QChar fileDelim);
     int loadFromStore(TStringsType type, const TMemIniFile &ini, bool clear);
     bool mergeFromStore(TStringsType type, const TMemIniFile &ini);
