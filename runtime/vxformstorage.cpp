@@ -2,6 +2,7 @@
 
 #include "vxerrors.h"
 #include "vxloadwatcher.h"
+#include "vxsettings.h"
 
 #include <QtCore/QSettings>
 
@@ -19,16 +20,8 @@ std::unique_ptr<QSettings> openKey(TvxFormStorage::TMyHKeyType root, const QStri
     return std::make_unique<QSettings>(QLatin1String(rootNames[root]) + QLatin1Char('\\') + subKey,
                                        QSettings::NativeFormat);
 #else
-    QStringList parts = QString(subKey).replace(QLatin1Char('\\'), QLatin1Char('/')).split(QLatin1Char('/'), Qt::SkipEmptyParts);
-    if (!parts.isEmpty() && parts.first().compare(QLatin1String("Software"), Qt::CaseInsensitive) == 0)
-        parts.removeFirst();
-    const QString organization = parts.isEmpty() ? QStringLiteral("Vexil") : parts.takeFirst();
-    const QString application = parts.isEmpty() ? QStringLiteral("FormStorage") : parts.takeFirst();
-    const auto scope = root == TvxFormStorage::vxHKEY_CURRENT_USER ? QSettings::UserScope : QSettings::SystemScope;
-    auto settings = std::make_unique<QSettings>(QSettings::NativeFormat, scope, organization, application);
-    if (!parts.isEmpty())
-        settings->beginGroup(parts.join(QLatin1Char('/')));
-    return settings;
+    return Vexil::openSettingsKey(subKey, root == TvxFormStorage::vxHKEY_CURRENT_USER ? Vexil::SettingsRoot::CurrentUser
+                                                                                       : Vexil::SettingsRoot::System);
 #endif
 }
 

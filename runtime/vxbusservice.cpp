@@ -1,0 +1,20 @@
+#include "vxbusservice.h"
+
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusConnectionInterface>
+
+namespace Vexil {
+
+bool busServiceAvailable(const QString &service)
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected() || !bus.interface())
+        return false;
+    QDBusConnectionInterface *busInterface = bus.interface();
+    if (busInterface->isServiceRegistered(service).value())
+        return true;
+    const QDBusReply<QStringList> activatable = busInterface->activatableServiceNames();
+    return activatable.isValid() && activatable.value().contains(service);
+}
+
+} // namespace Vexil
