@@ -110,6 +110,7 @@ private:
     void setDifference(int row, int column, Differences d);
 
     QList<QString> m_cells; // row-major, m_columns per row
+    QChar m_delim = QLatin1Char('\t');
     int m_columns = 2;
     int m_rows = 0;
     QStringList m_headers;
