@@ -49,6 +49,8 @@ struct GridState
             for (int c = 0; c < rows.at(r).size(); ++c)
                 grid.setCell(row, c, rows.at(r).at(c));
         }
+        if (rows.isEmpty())
+            grid.removeDataRow(0);
     }
 };
 
