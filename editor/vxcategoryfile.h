@@ -33,9 +33,11 @@ public:
     /// Writes the grid's rows into the category's section of @p fileName with
     /// @p fileDelim after every language's text, together with the delimiter
     /// and the column headers as language names. Entries of the same form
-    /// keyed by its object name are removed from that section. Throws
-    /// EVexilError when the file cannot be written or a key or text would not
-    /// read back as it is; the file is then as it was.
+    /// keyed by its object name are removed from that section. Blank rows
+    /// are not written. Throws EVexilError when the file cannot be read or
+    /// written, @p fileDelim is reserved by the format (CR, LF, 25, 26, 28),
+    /// a key or text would not read back as it is, or two rows' keys differ
+    /// only in letter case; the file is then as it was.
     static void save(const TvxGridModel &grid, const Target &target, const QString &fileName, QChar fileDelim);
 
     /// Replaces the grid's rows by the form's entries of the category in
@@ -46,6 +48,9 @@ public:
     /// Throws EVexilError "There are no information for this property in
     /// selected file!" when the file has no entry of the form in that
     /// section (the grid is unchanged), or when the file cannot be read.
+    /// Any other failure part-way (a text holding the grid's delimiter, an
+    /// exception from @p askOverwrite) puts the rows, headers and
+    /// @p fileDelim back as they were before it is passed on.
     static void load(TvxGridModel &grid, const Target &target, const QString &fileName, QChar &fileDelim,
                      const std::function<Answer(const QString &key)> &askOverwrite);
 };

@@ -5,6 +5,7 @@
 #include "memini.h"
 #include "vxcomponents.h"
 #include "vxerrors.h"
+#include "vxfileformat.h"
 #include "vxformwatch.h"
 
 #include <QtCore/QFileInfo>
@@ -17,31 +18,7 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcFiles, "vexil.files")
 
-const QString optionsSection = QStringLiteral("OPTIONS");
-const QString delimiterKey = QStringLiteral("DELIMITER");
-const QString langNameSection = QStringLiteral("Language names - for internal use only!");
-const QString langPrefix = QStringLiteral("Language_");
-const QString wrongLangSection = QStringLiteral("Language names - for intenal use only!");
-
-// Characters that keep a multi-line text on one file line.
-const QChar fileCR(25);
-const QChar fileLF(26);
-// Stands for the file delimiter inside a text, so that the text keeps its
-// place among the languages.
-const QChar fileDelimInText(28);
-// Marks a value the store could not find.
-const QChar missingValue(255);
-
-// File delimiters that would clash with the file's own encoding.
-bool isReservedDelimiter(QChar c)
-{
-    return c == QChar(10) || c == QChar(13) || c == fileCR || c == fileLF || c == fileDelimInText;
-}
-
-bool holdsReserved(const QString &text)
-{
-    return text.contains(fileCR) || text.contains(fileLF) || text.contains(fileDelimInText);
-}
+using namespace Vexil::FileFormat;
 
 // Whether a class is one of Qt's own rather than the application's. Forms
 // built by QUiLoader and form classes without Q_OBJECT report the Qt class
@@ -76,17 +53,6 @@ void warnOnce(const QString &className, bool named)
                   "A form of Qt's class %s has no object name: its translation file keys use the class "
                   "name and mix with those of other unnamed %s forms; give the form an object name",
                   qPrintable(className), qPrintable(className));
-}
-
-[[noreturn]] void refuseSave(const TMemIniFile &ini, const QString &section, const QString &key, const char *reason)
-{
-    throw EVexilError(QStringLiteral("Cannot save \"%1\" in section \"%2\" of \"%3\": %4")
-                          .arg(key, section, ini.FileName(), QLatin1String(reason)));
-}
-
-bool isBracketed(TStringsType type)
-{
-    return type == stCollections || type == stListView_TreeView_Items;
 }
 
 QString sectionOf(TStringsType type)
@@ -140,76 +106,28 @@ int TvxCustomLang::saveToStore(TStringsType type, TMemIniFile &ini, QChar fileDe
     const QString section = sectionOf(type);
     const QString prefix = filePrefix();
 
-    ini.WriteString(optionsSection, delimiterKey, QString(fileDelim));
-    ini.EraseSection(langNameSection);
-    for (int i = 1; i <= m_numLanguages; ++i) {
-        QString name = i <= m_langNames->count() ? m_langNames->at(i - 1) : QString();
-        if (name.isEmpty())
-            name = QStringLiteral("Language ") + QString::number(i);
-        ini.WriteString(langNameSection, langPrefix + QString::number(i), name);
-    }
-    ini.EraseSection(wrongLangSection);
+    QStringList names;
+    for (int i = 1; i <= m_numLanguages; ++i)
+        names << (i <= m_langNames->count() ? m_langNames->at(i - 1) : QString());
+    writeHeader(ini, fileDelim, names);
 
+    const bool bracketed = isBracketed(type);
     for (const QString &line : list->lines()) {
         const int d = line.indexOf(m_langDelim);
-        QString name = d >= 0 ? line.left(d) : QString();
-        QString value = d >= 0 ? line.mid(d + 1) : line;
+        const QString name = d >= 0 ? line.left(d) : QString();
+        const QString value = d >= 0 ? line.mid(d + 1) : line;
         const QString key = prefix + QLatin1Char('.') + name;
         // Nothing is written that would load back different: the save is
         // refused before the file is touched.
-        if (key.contains(QLatin1Char('=')) || key.contains(QChar(13)) || key.contains(QChar(10))
-            || key.contains(fileCR) || key.contains(fileLF) || key.startsWith(QLatin1Char('['))
-            || key.startsWith(QLatin1Char(';')))
-            refuseSave(ini, section, key,
-                       "the key holds \"=\", a line break or a control character 25 or 26, or begins with \"[\" or \";\"");
-        if (holdsReserved(value))
-            refuseSave(ini, section, key, "a text holds a reserved control character (25, 26 or 28)");
-        if (isBracketed(type)) {
-            if (name.contains(QLatin1Char('-')) || name.contains(QLatin1Char('+')))
-                refuseSave(ini, section, key, "the key holds \"-\" or \"+\", which load back as brackets");
-            name.replace(QLatin1Char('['), QLatin1Char('-'));
-            name.replace(QLatin1Char(']'), QLatin1Char('+'));
-        }
-        value.replace(fileDelim, fileDelimInText);
-        value.replace(m_langDelim, fileDelim);
-        value.replace(QChar(13), fileCR);
-        value.replace(QChar(10), fileLF);
-        ini.WriteString(section, prefix + QLatin1Char('.') + name, value);
+        if (const char *fault = entryFault(key, name, value, bracketed))
+            refuseSave(ini, section, key, fault);
+        ini.WriteString(section, prefix + QLatin1Char('.') + (bracketed ? escapeBrackets(name) : name),
+                        encodeFields(value, m_langDelim, fileDelim));
     }
 
     // Keys of the older form (the owner's object name instead of its class
-    // name) go. When both names are the same those are the keys just
-    // written, and nothing is old.
-    const QString oldPrefix = ownerName() + QLatin1Char('.');
-    if (!ownerName().isEmpty() && ownerName() != prefix) {
-        QStringList text;
-        ini.GetStrings(text);
-        const QString header = QLatin1Char('[') + section + QLatin1Char(']');
-        int start = 0;
-        for (int i = 0; i < text.size(); ++i) {
-            if (text.at(i).compare(header, Qt::CaseInsensitive) == 0) {
-                start = i + 1;
-                break;
-            }
-        }
-        bool removed = false;
-        // The file's last line is never looked at; the format has always
-        // behaved so.
-        int i = start;
-        while (i < text.size() - 1) {
-            const QString &line = text.at(i);
-            if (line.startsWith(oldPrefix)) {
-                text.removeAt(i);
-                removed = true;
-                continue;
-            }
-            if (!line.isEmpty() && line.startsWith(QLatin1Char('[')))
-                break;
-            ++i;
-        }
-        if (removed)
-            ini.SetStrings(text);
-    }
+    // name) go.
+    removeOlderKeys(ini, section, ownerName(), prefix);
     return list->count();
 }
 
@@ -251,12 +169,11 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
         list->clear();
     int result = -1;
     try {
-        const QString delimText = ini.ReadString(optionsSection, delimiterKey, QStringLiteral("|"));
         // An empty delimiter value is taken as the default one.
-        const QChar fileDelim = delimText.isEmpty() ? QLatin1Char('|') : delimText.at(0);
+        const QChar fileDelim = readDelimiter(ini, DefaultDelimiter);
 
         for (int i = 1;; ++i) {
-            const QString name = ini.ReadString(langNameSection, langPrefix + QString::number(i), QString());
+            const QString name = readLanguageName(ini, i);
             if (name.isEmpty())
                 break;
             if (m_langNames->count() < i)
@@ -270,11 +187,7 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
         // One pass over the section's lines: the first line of a name holds
         // the value a look-up of that name gives, later ones are repeats.
         const QString section = sectionOf(type);
-        QStringList entries;
-        ini.ReadSectionValues(section, entries);
-        QSet<Vexil::FoldedKey> seen;
-        seen.reserve(entries.size());
-        int distinct = 0;
+        const QList<Entry> entries = sectionEntries(ini, section);
 
         const QString prefix = filePrefix();
         const QString oldPrefix = ownerName() + QLatin1Char('.');
@@ -290,18 +203,10 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
         QStringList top[2];
         QStringList rest[2];
         rest[0].reserve(entries.size());
-        for (const QString &entry : std::as_const(entries)) {
-            const int eq = entry.indexOf(QLatin1Char('='));
-            const QStringView name = eq >= 0 ? QStringView(entry).left(eq) : QStringView();
-            if (seen.contains(Vexil::FoldedKey{name}))
-                continue;
-            seen.insert(Vexil::FoldedKey{name});
-            ++distinct;
-            QString work = name.toString() + m_langDelim;
-            if (isBracketed(type)) {
-                work.replace(QLatin1Char('-'), QLatin1Char('['));
-                work.replace(QLatin1Char('+'), QLatin1Char(']'));
-            }
+        for (const Entry &entry : entries) {
+            QString work = entry.key + m_langDelim;
+            if (isBracketed(type))
+                work = unescapeBrackets(work);
             int kind = 0;
             if (work.startsWith(oldPrefix) && !ownerName().isEmpty())
                 work.remove(0, oldPrefix.size());
@@ -312,20 +217,18 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
                 kind = 1;
             } else
                 continue; // another form's entry
-            QString value = entry.mid(eq + 1);
-            if (value.size() == 1 && value.at(0) == missingValue)
+            QString value = entry.value;
+            if (isMissingValue(value))
                 continue;
             QString line;
             if (!value.contains(fileDelim)) {
-                value.replace(fileDelimInText, fileDelim);
+                value = decodeText(value, fileDelim);
                 line = work + value + m_langDelim + value;
             } else {
                 value.replace(fileDelim, m_langDelim);
-                value.replace(fileDelimInText, fileDelim);
-                line = work + value;
+                line = work + decodeText(value, fileDelim);
             }
-            line.replace(fileCR, QChar(13));
-            line.replace(fileLF, QChar(10));
+            line = lineBreaksIn(line);
             const bool formLine = (!ownerName().isEmpty() && line.startsWith(formOld, Qt::CaseInsensitive))
                 || line.startsWith(formNew, Qt::CaseInsensitive);
             if (formLine)
@@ -347,7 +250,7 @@ int TvxCustomLang::loadFromStore(TStringsType type, const TMemIniFile &ini, bool
             DelOldNames(list, type);
             ChangeLanguage();
         }
-        result = distinct;
+        result = int(entries.size());
     } catch (const std::exception &) {
         // A damaged file leaves the table with what was read so far.
     }
