@@ -902,7 +902,10 @@ bool TvxEditorForm::eventFilter(QObject *watched, QEvent *event)
     if (watched == m_grid && event->type() == QEvent::KeyPress) {
         auto *key = static_cast<QKeyEvent *>(event);
         const QModelIndex cell = m_grid->currentIndex();
-        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && key->modifiers() == Qt::NoModifier) {
+        // An Enter that closed an in-place editor reaches the grid too.
+        const bool editing = cell.isValid() && m_grid->indexWidget(cell);
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && key->modifiers() == Qt::NoModifier
+            && !editing) {
             // Enter acts as a double click.
             if (cell.isValid()) {
                 if (m_categoryName == QLatin1String("MultiLines"))

