@@ -6,6 +6,8 @@
 
 #include "memini.h"
 #include "vxcomp.h"
+#include "vxdlgform.h"
+#include "vxgridmodel.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
@@ -13,9 +15,11 @@
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
 #include <QtCore/QRandomGenerator>
+#include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTranslator>
 #include <QtGui/QAction>
+#include <QtGui/QStandardItemModel>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -533,6 +537,80 @@ void benchTableBytes(Figures &out, int n)
 
 } // namespace
 
+
+// The grid editor on a table of n lines and three languages: opening the
+// editor (form, model, view) and applying it; and, at the largest size, the
+// model alone against filling Qt's item model with the same cells.
+void benchEditor(Figures &out, const QList<int> &sizes, int reps)
+{
+    std::vector<double> open, apply;
+    QStringList largest;
+    for (int n : sizes) {
+        QStringList lines;
+        lines.reserve(n);
+        for (int i = 0; i < n; ++i)
+            lines << stringLine(QStringLiteral("IDS_%1").arg(i), i);
+        TVexil vx;
+        vx.SetNumLang(3);
+        vx.Strings()->setLines(lines);
+        std::vector<double> o, a;
+        for (int r = -1; r < reps; ++r) {
+            auto form = std::make_unique<TDlgForm>(&vx, QStringLiteral("Strings"), stStrings, vx.Strings());
+            const double openMs = timeMs([&] {
+                form->show();
+                QCoreApplication::processEvents();
+            });
+            if (form->model()->rowCount() != n)
+                qFatal("the editor lost rows");
+            form->model()->setCell(n / 2, 2, QStringLiteral("edited"));
+            const double applyMs = timeMs([&] { form->BitBtn1Click(); });
+            if (form->result().size() != n)
+                qFatal("Apply lost rows");
+            if (r >= 0) {
+                o.push_back(openMs);
+                a.push_back(applyMs);
+            }
+        }
+        open.push_back(median(o));
+        apply.push_back(median(a));
+        out.add(QStringLiteral("editor_open_%1_ms").arg(n), open.back());
+        out.add(QStringLiteral("editor_apply_%1_ms").arg(n), apply.back());
+        largest = lines;
+    }
+    out.add(QStringLiteral("editor_open_scaling"), open.back() / open.front());
+    out.add(QStringLiteral("editor_apply_scaling"), apply.back() / apply.front());
+
+    // The naive grid gets its cells already cut; ours cuts them as it fills.
+    QList<QStringList> cells;
+    cells.reserve(largest.size());
+    for (const QString &line : std::as_const(largest))
+        cells << line.split(QLatin1Char('\t')).mid(0, 4);
+    std::vector<double> ours, naive;
+    for (int r = -1; r < reps; ++r) {
+        TvxGridModel model;
+        const double m = timeMs([&] { model.build(largest, QLatin1Char('\t'), 3); });
+        QStandardItemModel items;
+        const double q = timeMs([&] {
+            items.setRowCount(int(cells.size()));
+            items.setColumnCount(4);
+            for (int row = 0; row < cells.size(); ++row) {
+                const QStringList &c = cells.at(row);
+                for (int col = 0; col < c.size(); ++col)
+                    items.setItem(row, col, new QStandardItem(c.at(col)));
+            }
+        });
+        if (model.rowCount() != items.rowCount())
+            qFatal("the models differ");
+        if (r >= 0) {
+            ours.push_back(m);
+            naive.push_back(q);
+        }
+    }
+    out.add(QStringLiteral("editor_model_%1_ms").arg(largest.size()), median(ours));
+    out.add(QStringLiteral("itemmodel_%1_ms").arg(largest.size()), median(naive));
+    out.add(QStringLiteral("editor_open_vs_itemmodel"), median(ours) / median(naive));
+}
+
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
@@ -540,7 +618,7 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("Fewer repetitions."));
     QCommandLineOption only(QStringLiteral("only"),
-                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey or memory."),
+                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey, memory or editor."),
                             QStringLiteral("group"));
     parser.addOption(quick);
     parser.addOption(only);
@@ -578,6 +656,12 @@ int main(int argc, char *argv[])
         benchDeleteKey(out, dir, {5000, 10000}, reps);
     if (wanted("memory"))
         benchTableBytes(out, 100000);
+    if (wanted("editor")) {
+        // The editor keeps its column widths in the user's settings: here in
+        // the benchmark's own folder.
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, tmp.path());
+        benchEditor(out, {50000, 100000}, reps);
+    }
 
     for (const auto &line : std::as_const(out.lines))
         std::printf("%s: %s\n", qPrintable(line.first), qPrintable(line.second));

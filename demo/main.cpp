@@ -7,12 +7,15 @@
 #include "mainwindow.h"
 #include "secondwindow.h"
 #include "vxdispatcher.h"
+#include "vxgridmodel.h"
+#include "vxrteditor.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
 #include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
+#include <QtWidgets/QTableView>
 
 #include <cstdio>
 #include <memory>
@@ -82,6 +85,23 @@ int writeScreenshots(MainWindow &main, const QString &dir)
         }
         std::printf("%s\n", qPrintable(file));
     }
+
+    // The end user's translation editor on the main window's captions, in German.
+    main.setLanguage(2);
+    main.vexil()->BuildList();
+    TfrmRTEditor editor(main.vexil(), stCaptions, main.vexil()->Captions());
+    editor.show();
+    QCoreApplication::processEvents();
+    const int row = editor.model()->findKey(QStringLiteral("btnApply"));
+    editor.grid()->setCurrentIndex(editor.model()->index(std::max(row, 0), 2));
+    QCoreApplication::processEvents();
+    const QString file = QDir(dir).absoluteFilePath(QStringLiteral("vexil-demo-editor-%1.png").arg(names.value(1).toLower()));
+    if (!framed(&editor).save(file)) {
+        std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
+        return 1;
+    }
+    std::printf("%s\n", qPrintable(file));
+    editor.BitBtn2Click();
     return 0;
 }
 

@@ -5,6 +5,7 @@
 #include "vxdispatcher.h"
 #include "vxerrors.h"
 #include "vxmsgdialog.h"
+#include "vxrteditor.h"
 
 #include <QtGui/QCloseEvent>
 
@@ -37,6 +38,7 @@ MainWindow::MainWindow(const QString &translations, QWidget *parent)
     connect(ui.actionExit, &QAction::triggered, this, &QWidget::close);
     connect(ui.actionSaveTranslations, &QAction::triggered, this, &MainWindow::saveTranslations);
     connect(ui.actionOpen, &QAction::triggered, this, &MainWindow::openFile);
+    connect(ui.actionEditTranslations, &QAction::triggered, this, &MainWindow::editTranslations);
     connect(ui.btnApply, &QPushButton::clicked, this, [this] {
         statusBar()->showMessage(ui.vexil->GetText(QStringLiteral("IDS_SAVED")), 3000);
     });
@@ -59,6 +61,8 @@ void MainWindow::buildLanguageMenu()
         m_languages->addAction(action);
         connect(action, &QAction::triggered, this, [this, i] { setLanguage(i + 1); });
     }
+    ui.menuLanguage->addSeparator();
+    ui.menuLanguage->addAction(ui.actionEditTranslations);
 }
 
 void MainWindow::setLanguage(int number)
@@ -113,6 +117,17 @@ void MainWindow::saveTranslations()
         ui.vexil->SaveAllToFile(m_translations, QLatin1Char('^'));
         m_second->vexil()->SaveAllToFile(m_translations, QLatin1Char('^'));
         statusBar()->showMessage(ui.vexil->GetText(QStringLiteral("IDS_TRANSLATIONS_SAVED")), 3000);
+    } catch (const std::exception &e) {
+        QMessageBox::warning(this, windowTitle(), QString::fromLocal8Bit(e.what()));
+    }
+}
+
+void MainWindow::editTranslations()
+{
+    // The end user's editor on this window's captions; Apply switches the
+    // window to the edited texts at once.
+    try {
+        TfrmRTEditor::ShowDesigner(ui.vexil, ui.vexil->Captions(), stCaptions);
     } catch (const std::exception &e) {
         QMessageBox::warning(this, windowTitle(), QString::fromLocal8Bit(e.what()));
     }

@@ -16,6 +16,7 @@ public:
     ~MainWindow() override;
 
     TVexilDispatcher *dispatcher() const { return m_dispatcher; }
+    TVexil *vexil() const { return ui.vexil; }
     SecondWindow *secondWindow() const { return m_second; }
     /// Switches both windows to language @p number (from 1).
     void setLanguage(int number);
@@ -32,6 +33,7 @@ private:
     void languageChanged();
     void saveTranslations();
     void openFile();
+    void editTranslations();
 
     Ui::MainWindow ui;
     TVexilDispatcher *m_dispatcher;

@@ -454,12 +454,7 @@ void TvxEditorForm::BuildGrid()
         setHint(m_grid, QStringLiteral("Double click (or press \"Enter\") for edit cell"));
     }
 
-    // The key column is as wide as its longest key.
-    const QFontMetrics metrics = m_grid->fontMetrics();
-    int keyWidth = m_header->defaultSectionSize();
-    for (int r = 0; r < m_model->rowCount(); ++r)
-        keyWidth = std::max(keyWidth, metrics.horizontalAdvance(m_model->key(r)) + 5);
-    m_header->resizeSection(0, keyWidth);
+    m_header->resizeSection(0, std::max(m_header->defaultSectionSize(), keyColumnWidth() + 5));
 
     if (isListCategory(m_categoryName)) {
         m_model->setCellsEditable(false);
@@ -503,6 +498,40 @@ void TvxEditorForm::BuildGrid()
     m_model->setChecksEnabled(checked);
     showDifferenceCount(m_model->differenceCount());
     readEditorSettings();
+}
+
+int TvxEditorForm::keyColumnWidth() const
+{
+    // Shaping every key of a large table takes long; the sum of the
+    // characters' advances finds the widest key, which alone is measured.
+    const QFontMetrics metrics = m_grid->fontMetrics();
+    int latin1[256];
+    std::fill(std::begin(latin1), std::end(latin1), -1);
+    QHash<char16_t, int> others;
+    const auto advance = [&](QChar c) {
+        if (c.unicode() < 256) {
+            int &w = latin1[c.unicode()];
+            if (w < 0)
+                w = metrics.horizontalAdvance(c);
+            return w;
+        }
+        auto it = others.constFind(c.unicode());
+        if (it == others.cend())
+            it = others.insert(c.unicode(), metrics.horizontalAdvance(c));
+        return *it;
+    };
+    int widest = -1;
+    int widestSum = 0;
+    for (int r = 0; r < m_model->rowCount(); ++r) {
+        int sum = 0;
+        for (QChar c : m_model->key(r))
+            sum += advance(c);
+        if (sum > widestSum) {
+            widestSum = sum;
+            widest = r;
+        }
+    }
+    return widest < 0 ? 0 : std::max(widestSum, metrics.horizontalAdvance(m_model->key(widest)));
 }
 
 void TvxEditorForm::readEditorSettings()
@@ -778,7 +807,12 @@ void TvxEditorForm::confirmKeyEdit()
 
 void TvxEditorForm::showDifferenceCount(int count)
 {
-    m_differenceLabel->setText(count ? tr("%n text(s) differ from the first language", nullptr, count) : QString());
+    if (count == 0)
+        m_differenceLabel->clear();
+    else if (count == 1)
+        m_differenceLabel->setText(QStringLiteral("1 text differs from the first language"));
+    else
+        m_differenceLabel->setText(QStringLiteral("%1 texts differ from the first language").arg(count));
 }
 
 bool TvxEditorForm::currentCellEditable() const

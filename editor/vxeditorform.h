@@ -95,6 +95,7 @@ private:
     void FormShow();
     void FormClose();
     void readEditorSettings();
+    int keyColumnWidth() const;
     void cellSelected(const QModelIndex &current);
     void placeList(const QModelIndex &cell);
     void hideList();
