@@ -31,6 +31,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QStyle>
@@ -371,13 +372,24 @@ int TvxEditorForm::ask(const QString &message, int buttons) const
 {
     if (m_component)
         return m_component->MessageDlg(message, mtConfirmation, TMsgDlgButtons(buttons));
-    return mrNo;
+    // The component went away with its form: plain boxes still answer.
+    QMessageBox::StandardButtons standard;
+    if (buttons & mbYes)
+        standard |= QMessageBox::Yes;
+    if (buttons & mbNo)
+        standard |= QMessageBox::No;
+    if (buttons & mbCancel)
+        standard |= QMessageBox::Cancel;
+    const int answer = QMessageBox::question(const_cast<TvxEditorForm *>(this), windowTitle(), message, standard);
+    return answer == QMessageBox::Yes ? mrYes : answer == QMessageBox::No ? mrNo : mrCancel;
 }
 
 void TvxEditorForm::showError(const QString &message) const
 {
     if (m_component)
         m_component->MessageDlg(message, mtError, TMsgDlgButtons(mbOK));
+    else
+        QMessageBox::warning(const_cast<TvxEditorForm *>(this), windowTitle(), message);
 }
 
 void TvxEditorForm::showEvent(QShowEvent *event)

@@ -561,6 +561,30 @@ void TestEditor::hintsAndChecksInTheStatusBar()
     QVERIFY(form.findChild<QLabel *>(QStringLiteral("DifferenceCount"))->text().startsWith(QLatin1String("1 text")));
     const QString why = form.model()->data(form.model()->index(0, 3), Qt::ToolTipRole).toString();
     QVERIFY(why.contains(QLatin1String("placeholders")) && why.contains(QLatin1String("accelerator")));
+    // Cells and in-place editors take the font of their language.
+    owner.vx->Fonts()->setLines({QStringLiteral("Button1\tDejaVu Sans\tDejaVu Serif\t"),
+                                 QStringLiteral("TForm1\tDejaVu Sans\tDejaVu Sans\tDejaVu Sans Mono\t")});
+    form.BuildGrid();
+    const QModelIndex german = form.model()->index(0, 2);
+    QCOMPARE(form.model()->data(german, Qt::FontRole).value<QFont>().families().value(0), QStringLiteral("DejaVu Serif"));
+    QCOMPARE(form.model()->data(form.model()->index(0, 3), Qt::FontRole).value<QFont>().families().value(0),
+             QStringLiteral("DejaVu Sans Mono")); // the form's font for that language
+    form.grid()->setCurrentIndex(german);
+    form.grid()->edit(german);
+    QCOMPARE(form.grid()->indexWidget(german)->font().families().value(0), QStringLiteral("DejaVu Serif"));
+
+    // The delimiter button: pressed it shows the field, Enter takes its text.
+    QToolButton *delimiter = tool(&form, "sbDelimiter");
+    auto *field = form.findChild<QLineEdit *>(QStringLiteral("edDelim"));
+    delimiter->click();
+    QVERIFY(field->isVisible());
+    QCOMPARE(field->text(), QStringLiteral("|"));
+    field->setText(QStringLiteral(";"));
+    delimiter->click();
+    QVERIFY(!field->isVisible());
+    QCOMPARE(delimiter->text(), QStringLiteral(";"));
+    QCOMPARE(form.fileDelimiter(), QLatin1Char(';'));
+
     // Marks never stop Apply.
     form.BitBtn1Click();
     QVERIFY(form.applied());
