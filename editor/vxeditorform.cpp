@@ -779,7 +779,7 @@ void TvxEditorForm::placeList(const QModelIndex &cell)
 {
     m_listCell = cell;
     const QRect r = m_grid->visualRect(cell);
-    m_list->setGeometry(r.x(), r.y(), m_header->sectionSize(cell.column()), std::max(r.height(), m_list->sizeHint().height()));
+    m_list->setGeometry(r.x(), r.y(), m_header->sectionSize(cell.column()), r.height());
     m_list->setCurrentIndex(m_list->findText(m_model->cell(cell.row(), cell.column()), Qt::MatchExactly));
     m_list->show();
     m_list->raise();
