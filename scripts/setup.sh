@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-base-private-dev qt6-tools-dev qt6-tools-dev-tools
   qt6-tools-private-dev qt6-l10n-tools designer-qt6 libqt6designercomponents6
   libqt6opengl6-dev libgl-dev
-  dbus
+  dbus libqt6sql6-sqlite
   clang-14 libclang-rt-14-dev
   fonts-dejavu-core
   qtbase5-examples
