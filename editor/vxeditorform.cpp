@@ -4,6 +4,8 @@
 #include "vxcategoryfile.h"
 #include "vxcelldelegate.h"
 #include "vxcomp.h"
+#include "vxdictionaryclient.h"
+#include "vxdictionarycommands.h"
 #include "vxerrors.h"
 #include "vxformstorage.h"
 #include "vxgridheader.h"
@@ -98,7 +100,11 @@ TvxEditorForm::TvxEditorForm(TvxCustomLang *component, const QString &categoryNa
     resize(640, 400);
 }
 
-TvxEditorForm::~TvxEditorForm() = default;
+TvxEditorForm::~TvxEditorForm()
+{
+    // Focus moves while the children go; the form no longer follows it.
+    disconnect(qApp, nullptr, this, nullptr);
+}
 
 QChar TvxEditorForm::fileDelimiter() const
 {
@@ -278,9 +284,10 @@ void TvxEditorForm::createControls()
     const QList<QPair<QAction *, QToolButton *>> dictionaryItems{
         {show1, m_sbDictMan}, {addRow1, m_sbDictAdd}, {addAll1, m_sbDictAddAll},
         {get1, m_sbDictFind}, {all1, m_sbDictAuto}};
-    connect(m_dictionary, &QMenu::aboutToShow, this, [dictionaryItems] {
+    connect(m_dictionary, &QMenu::aboutToShow, this, [this, dictionaryItems, show1] {
         for (const auto &item : dictionaryItems)
             item.first->setEnabled(item.second->isEnabled());
+        show1->setChecked(m_sbDictMan->isChecked());
     });
     for (const auto &item : dictionaryItems) {
         QToolButton *b = item.second;
@@ -312,6 +319,12 @@ void TvxEditorForm::createControls()
     buttonCommand(m_sbLoad, load1, &TvxEditorForm::sbLoadClick);
     buttonCommand(m_sbSave, save1, &TvxEditorForm::sbSaveClick);
     connect(m_sbLanguages, &QToolButton::clicked, this, [this] { guarded([this] { sbLanguagesClick(); }); });
+    connect(m_sbDictMan, &QToolButton::clicked, this, [this] { guarded([this] { sbDictManClick(); }); });
+    connect(m_sbDictAdd, &QToolButton::clicked, this, [this] { guarded([this] { sbDictAddClick(); }); });
+    connect(m_sbDictAddAll, &QToolButton::clicked, this, [this] { guarded([this] { sbDictAddAllClick(); }); });
+    connect(m_sbDictFind, &QToolButton::clicked, this, [this] { guarded([this] { sbDictFindClick(); }); });
+    connect(m_sbDictAuto, &QToolButton::clicked, this, [this] { guarded([this] { sbDictAutoClick(); }); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { gridFocusChanged(now); });
     connect(m_sbClear, &QToolButton::clicked, this, [this] { guarded([this] { sbClearClick(); }); });
     connect(m_multiline1, &QAction::triggered, this, [this] { guarded([this] { Multiline1Click(); }); });
     connect(m_cut1, &QAction::triggered, this, &TvxEditorForm::cutCell);
@@ -423,6 +436,7 @@ void TvxEditorForm::FormShow()
         for (QToolButton *b : {m_sbDictMan, m_sbDictFind, m_sbDictAuto, m_sbDictAdd, m_sbDictAddAll})
             b->setEnabled(false);
     }
+    gridFocusChanged(QApplication::focusWidget());
     m_grid->setFocus();
     if (m_model->rowCount())
         m_grid->setCurrentIndex(m_model->index(0, 1));
@@ -738,6 +752,79 @@ void TvxEditorForm::sbLoadClick()
                                : TvxCategoryFile::Cancel;
     });
     m_sbDelimiter->setText(QString(delim));
+}
+
+void TvxEditorForm::CreateServer()
+{
+    if (!m_server)
+        m_server = std::make_unique<TvxDictionaryClient>(Vexil::dictionaryServiceName());
+    const QSignalBlocker block(m_sbDictMan);
+    m_sbDictMan->setChecked(true);
+}
+
+void TvxEditorForm::FreeServer()
+{
+    if (m_server && m_server->Save())
+        m_server.reset();
+}
+
+void TvxEditorForm::sbDictManClick()
+{
+    if (m_sbDictMan->isChecked()) {
+        CreateServer();
+        m_server->SetVisible(true);
+    } else {
+        FreeServer();
+    }
+}
+
+bool TvxEditorForm::dictionaryReady()
+{
+    // Languages are named to the dictionary by the column headers.
+    if (TvxDictionaryCommands::hasUnnamedLanguage(m_model->languageHeaders())
+        && ask(QStringLiteral("You have unnamed languages. Continue?"), mbYes | mbNo) != mrYes)
+        return false;
+    if (!m_server)
+        CreateServer();
+    return true;
+}
+
+void TvxEditorForm::sbDictAddClick()
+{
+    const int row = m_grid->currentIndex().row();
+    if (dictionaryReady())
+        TvxDictionaryCommands::addRow(*m_model, row, *m_server);
+}
+
+void TvxEditorForm::sbDictAddAllClick()
+{
+    if (dictionaryReady())
+        TvxDictionaryCommands::addAll(*m_model, *m_server);
+}
+
+void TvxEditorForm::sbDictFindClick()
+{
+    const QModelIndex cell = m_grid->currentIndex();
+    if (dictionaryReady())
+        TvxDictionaryCommands::find(*m_model, cell.row(), cell.column(), *m_server);
+}
+
+void TvxEditorForm::sbDictAutoClick()
+{
+    if (dictionaryReady())
+        TvxDictionaryCommands::autoTranslate(*m_model, *m_server);
+}
+
+void TvxEditorForm::gridFocusChanged(QWidget *now)
+{
+    // Adding a row and finding a cell's translation work on the grid's
+    // current cell: they are offered while the grid (or its cell editor)
+    // has the focus. A pop-up menu taking the focus leaves them as they are.
+    if (!now || qobject_cast<QMenu *>(now) || now->window() != this || !m_sbDictMan->isEnabled())
+        return;
+    const bool inGrid = now == m_grid || m_grid->isAncestorOf(now);
+    m_sbDictAdd->setEnabled(inGrid);
+    m_sbDictFind->setEnabled(inGrid);
 }
 
 void TvxEditorForm::dragEnterEvent(QDragEnterEvent *event)

@@ -8,6 +8,8 @@
 #include <QtCore/QPointer>
 #include <QtWidgets/QDialog>
 
+#include <memory>
+
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -19,6 +21,7 @@ class QAction;
 class QFileDialog;
 class TvxCellDelegate;
 class TvxCustomLang;
+class TvxDictionaryClient;
 class TvxFormStorage;
 class TvxGridHeader;
 class TvxGridModel;
@@ -55,6 +58,15 @@ public:
     /// Fills the grid from the table; runs when the form is first shown.
     void BuildGrid();
 
+    /// The connection to the dictionary manager, or nullptr while there is none.
+    TvxDictionaryClient *server() const { return m_server.get(); }
+    /// Connects to the dictionary manager unless connected, and shows the
+    /// dictionary button down.
+    void CreateServer();
+    /// Has the manager store its dictionary; the connection is dropped only
+    /// when it could.
+    void FreeServer();
+
 public Q_SLOTS:
     /// Apply: builds the result, names the languages and closes with Yes.
     void BitBtn1Click();
@@ -70,6 +82,12 @@ public Q_SLOTS:
     void sortByColumn(int column);
     /// The multi-line editor on the current cell.
     void Multiline1Click();
+    /// Shows the dictionary manager while its button is down, else lets it go.
+    void sbDictManClick();
+    void sbDictAddClick();
+    void sbDictAddAllClick();
+    void sbDictFindClick();
+    void sbDictAutoClick();
 
 protected:
     /// Whether the form moves through the components' list (design time).
@@ -117,6 +135,8 @@ private:
     template<typename F>
     void guarded(F &&command);
     QString fontLookup(const QString &base, int language) const;
+    bool dictionaryReady();
+    void gridFocusChanged(QWidget *now);
 
     QPointer<TvxCustomLang> m_component;
     QString m_categoryName;
@@ -130,6 +150,7 @@ private:
     bool m_shown = false;
     QString m_droppedFile;
     QPersistentModelIndex m_listCell;
+    std::unique_ptr<TvxDictionaryClient> m_server;
 
 protected:
     // Controls under the names the form has always used.

@@ -5,6 +5,12 @@
 
 namespace Vexil {
 
+QString dictionaryServiceName()
+{
+    const QString chosen = qEnvironmentVariable("VEXIL_DICTIONARY_SERVICE");
+    return chosen.isEmpty() ? QStringLiteral("dicmngr.TVexilDicMngr") : chosen;
+}
+
 bool busServiceAvailable(const QString &service)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
