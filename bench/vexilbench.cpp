@@ -6,6 +6,8 @@
 
 #include "memini.h"
 #include "vxcomp.h"
+#include "vxdictionaryclient.h"
+#include "vxdictionarycommands.h"
 #include "vxdlgform.h"
 #include "vxgridmodel.h"
 
@@ -16,7 +18,10 @@
 #include <QtCore/QProcess>
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QSettings>
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusConnectionInterface>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QThread>
 #include <QtCore/QTranslator>
 #include <QtGui/QAction>
 #include <QtGui/QStandardItemModel>
@@ -611,6 +616,87 @@ void benchEditor(Figures &out, const QList<int> &sizes, int reps)
     out.add(QStringLiteral("editor_open_vs_itemmodel"), median(ours) / median(naive));
 }
 
+
+#ifdef VEXIL_DICTIONARY_EXE
+// The dictionary manager program on a session bus: the round trip of one
+// look-up, and Auto-translate of n rows whose first language the memory
+// knows in the other two.
+void benchDictionary(Figures &out, const QDir &dir, const QList<int> &sizes, int reps)
+{
+    // Without a session bus, one of our own for the run.
+    QProcess bus;
+    if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
+        bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                                                  QStringLiteral("--print-address=1")});
+        if (!bus.waitForReadyRead(10000))
+            qFatal("cannot start a session bus");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
+    }
+    const QString name = QStringLiteral("org.vexil.bench.dict%1").arg(QCoreApplication::applicationPid());
+    QProcess manager;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    manager.setProcessEnvironment(env);
+    manager.start(QStringLiteral(VEXIL_DICTIONARY_EXE),
+                  {QStringLiteral("--database"), dir.filePath(QStringLiteral("bench-dictionary.sqlite")),
+                   QStringLiteral("--service-name"), name});
+    QElapsedTimer wait;
+    wait.start();
+    while (!QDBusConnection::sessionBus().interface()->isServiceRegistered(name).value()) {
+        if (wait.elapsed() > 15000)
+            qFatal("the dictionary manager did not start");
+        QThread::msleep(20);
+    }
+    TvxDictionaryClient client(name);
+    const int most = sizes.last();
+    const QString en = QStringLiteral("English"), de = QStringLiteral("German"), fr = QStringLiteral("French");
+    for (int i = 0; i < most; ++i) {
+        client.AddTranslation(en, de, englishText(i), translatedText(2, i));
+        client.AddTranslation(en, fr, englishText(i), translatedText(3, i));
+    }
+    client.Save();
+
+    std::vector<double> lookups;
+    for (int i = 0; i < 2000; ++i) {
+        const int n = (i * 7919) % most;
+        QString answer;
+        const double ms = timeMs([&] { answer = client.GetTranslation(en, fr, englishText(n)); });
+        if (answer != translatedText(3, n))
+            qFatal("the dictionary gave a wrong answer");
+        lookups.push_back(ms * 1000);
+    }
+    out.add(QStringLiteral("dict_lookup_us"), median(lookups));
+
+    std::vector<double> times;
+    for (int n : sizes) {
+        QStringList lines;
+        for (int i = 0; i < n; ++i)
+            lines << QStringLiteral("IDS_%1\t%2\t\t\t").arg(i).arg(englishText(i));
+        std::vector<double> t;
+        for (int r = 0; r < reps; ++r) {
+            TvxGridModel model;
+            model.build(lines, QLatin1Char('\t'), 3);
+            model.setHeader(1, en);
+            model.setHeader(2, de);
+            model.setHeader(3, fr);
+            int written = 0;
+            t.push_back(timeMs([&] { written = TvxDictionaryCommands::autoTranslate(model, client); }));
+            if (written != 2 * n)
+                qFatal("Auto-translate missed cells");
+        }
+        times.push_back(median(t));
+        out.add(QStringLiteral("dict_autotranslate_%1_ms").arg(n), times.back());
+    }
+    out.add(QStringLiteral("dict_autotranslate_scaling"), times.back() / times.front());
+    manager.terminate();
+    manager.waitForFinished(5000);
+    if (bus.state() == QProcess::Running) {
+        bus.terminate();
+        bus.waitForFinished(5000);
+    }
+}
+#endif
+
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
@@ -618,7 +704,7 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("Fewer repetitions."));
     QCommandLineOption only(QStringLiteral("only"),
-                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey, memory or editor."),
+                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey, memory, editor or dictionary."),
                             QStringLiteral("group"));
     parser.addOption(quick);
     parser.addOption(only);
@@ -662,6 +748,10 @@ int main(int argc, char *argv[])
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, tmp.path());
         benchEditor(out, {50000, 100000}, reps);
     }
+#ifdef VEXIL_DICTIONARY_EXE
+    if (wanted("dictionary"))
+        benchDictionary(out, dir, {5000, 10000}, parser.isSet(quick) ? 1 : 3);
+#endif
 
     for (const auto &line : std::as_const(out.lines))
         std::printf("%s: %s\n", qPrintable(line.first), qPrintable(line.second));

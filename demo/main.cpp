@@ -7,6 +7,7 @@
 #include "mainwindow.h"
 #include "secondwindow.h"
 #include "vxdispatcher.h"
+#include "vxbusservice.h"
 #include "vxgridmodel.h"
 #include "vxrteditor.h"
 
@@ -16,6 +17,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QTableView>
+#include <QtWidgets/QToolButton>
 
 #include <cstdio>
 #include <memory>
@@ -64,6 +66,38 @@ QImage snapshot(MainWindow &main)
     return image;
 }
 
+// With the dictionary manager on the bus: the editor hands all its pairs to
+// the dictionary, forgets some French texts, and Auto-translate brings them
+// back from the dictionary.
+int dictionaryScreenshot(MainWindow &main, const QString &dir, const QStringList &names)
+{
+    if (!Vexil::busServiceAvailable(Vexil::dictionaryServiceName())) {
+        std::fprintf(stderr, "no dictionary manager on the session bus: no dictionary screenshot\n");
+        return 0;
+    }
+    TfrmRTEditor editor(main.vexil(), stCaptions, main.vexil()->Captions());
+    editor.show();
+    QCoreApplication::processEvents();
+    for (int c = 1; c <= names.size() && c < editor.model()->columnCount(); ++c)
+        editor.model()->setHeader(c, names.at(c - 1));
+    editor.findChild<QToolButton *>(QStringLiteral("sbDictAddAll"))->click();
+    const QStringList forgotten{QStringLiteral("btnApply"), QStringLiteral("btnClose"), QStringLiteral("menuFile"),
+                                QStringLiteral("actionExit")};
+    for (const QString &key : forgotten)
+        editor.model()->setCell(editor.model()->findKey(key), 3, QString());
+    editor.findChild<QToolButton *>(QStringLiteral("sbDictAuto"))->click();
+    editor.grid()->setCurrentIndex(editor.model()->index(std::max(editor.model()->findKey(forgotten.first()), 0), 3));
+    QCoreApplication::processEvents();
+    const QString file = QDir(dir).absoluteFilePath(QStringLiteral("vexil-demo-editor-autotranslated.png"));
+    if (!framed(&editor).save(file)) {
+        std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
+        return 1;
+    }
+    std::printf("%s\n", qPrintable(file));
+    editor.BitBtn2Click();
+    return 0;
+}
+
 int writeScreenshots(MainWindow &main, const QString &dir)
 {
     if (!QDir().mkpath(dir)) {
@@ -102,7 +136,7 @@ int writeScreenshots(MainWindow &main, const QString &dir)
     }
     std::printf("%s\n", qPrintable(file));
     editor.BitBtn2Click();
-    return 0;
+    return dictionaryScreenshot(main, dir, names);
 }
 
 } // namespace

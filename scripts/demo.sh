@@ -6,8 +6,25 @@ root="$(cd "$(dirname "$0")/.." && pwd)"
 build="${VEXIL_BUILD_DIR:-$root/build}"
 bash "$root/scripts/build.sh"
 demo="$build/demo/vexil-demo"
+# The dictionary manager built here answers the editor's dictionary
+# commands: a private session bus that starts it on demand runs the demo
+# when there is no display (or no bus); on a desktop's own bus it is started
+# for the demo's run unless one is running already.
+bus=(dbus-run-session --config-file="$build/dbus/session.conf" --)
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ] && [ "${QT_QPA_PLATFORM:-}" != "xcb" ]; then
   out="${VEXIL_SCREENSHOTS:-$root/build/screenshots}"
-  QT_QPA_PLATFORM=offscreen exec "$demo" --screenshots "$out" "$@"
+  QT_QPA_PLATFORM=offscreen exec "${bus[@]}" "$demo" --screenshots "$out" "$@"
 fi
-exec "$demo" "$@"
+if [ -z "${DBUS_SESSION_BUS_ADDRESS:-}" ]; then
+  exec "${bus[@]}" "$demo" "$@"
+fi
+manager=""
+if ! dbus-send --session --print-reply --dest=org.freedesktop.DBus / org.freedesktop.DBus.NameHasOwner \
+     string:dicmngr.TVexilDicMngr 2>/dev/null | grep -q "boolean true"; then
+  "$build/dictionary/vexil-dictionary" --database "$build/dbus/dictionary.sqlite" &
+  manager=$!
+fi
+status=0
+"$demo" "$@" || status=$?
+if [ -n "$manager" ]; then kill "$manager" 2>/dev/null || true; fi
+exit $status
