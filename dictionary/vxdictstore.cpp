@@ -539,8 +539,9 @@ void TvxDictionaryStore::setSegment(qint64 unitId, int langIndex, const QString 
         query.addBindValue(m_langIds.at(langIndex));
         if (!query.exec())
             fail(QStringLiteral("Cannot write to"), query.lastError().text());
-        query.prepare(QStringLiteral("DELETE FROM units WHERE id = ?1"
-                                     " AND NOT EXISTS (SELECT 1 FROM segments WHERE unit = ?1)"));
+        query.prepare(QStringLiteral("DELETE FROM units WHERE id = ?"
+                                     " AND NOT EXISTS (SELECT 1 FROM segments WHERE unit = ?)"));
+        query.addBindValue(unitId);
         query.addBindValue(unitId);
         if (!query.exec())
             fail(QStringLiteral("Cannot write to"), query.lastError().text());

@@ -1,6 +1,5 @@
 #include "vxtmx.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QHash>
 #include <QtCore/QLocale>
@@ -127,7 +126,7 @@ QString tmxLanguageCode(const QString &name)
     return QLocale::languageToCode(language);
 }
 
-QString languageForTmxCode(const QStringList &languages, const QString &code)
+QString languageForTmxCode(const QStringList &languages, const QString &code, const QStringList &fileCodes)
 {
     for (const QString &name : languages) {
         if (name.compare(code, Qt::CaseInsensitive) == 0)
@@ -136,7 +135,7 @@ QString languageForTmxCode(const QStringList &languages, const QString &code)
     const QLocale::Language language = QLocale::codeToLanguage(code);
     if (language != QLocale::AnyLanguage && language != QLocale::C) {
         for (const QString &name : languages) {
-            if (languageOfName(name) == language)
+            if (languageOfName(name) == language && !fileCodes.contains(name, Qt::CaseInsensitive))
                 return name;
         }
     }
@@ -212,7 +211,7 @@ bool writeTmx(QIODevice *device, const QStringList &languages,
     writer.writeAttribute(QStringLiteral("version"), QStringLiteral("1.4"));
     writer.writeEmptyElement(QStringLiteral("header"));
     writer.writeAttribute(QStringLiteral("creationtool"), QStringLiteral("vexil-dictionary"));
-    writer.writeAttribute(QStringLiteral("creationtoolversion"), QCoreApplication::applicationVersion());
+    writer.writeAttribute(QStringLiteral("creationtoolversion"), QStringLiteral(VEXIL_VERSION));
     writer.writeAttribute(QStringLiteral("segtype"), QStringLiteral("sentence"));
     writer.writeAttribute(QStringLiteral("o-tmf"), QStringLiteral("vexil-dictionary"));
     writer.writeAttribute(QStringLiteral("adminlang"), QStringLiteral("en"));
@@ -255,13 +254,20 @@ int importTmx(TvxDictionaryStore &store, const QString &fileName, QString *error
     }
     // Codes become the dictionary's languages; languages met first in this
     // file count as known for the rest of it.
+    QStringList fileCodes;
+    for (const auto &unit : units) {
+        for (const auto &segment : unit) {
+            if (!fileCodes.contains(segment.first, Qt::CaseInsensitive))
+                fileCodes.append(segment.first);
+        }
+    }
     QStringList languages = store.languages();
     QHash<QString, QString> resolved;
     for (auto &unit : units) {
         for (auto &segment : unit) {
             auto found = resolved.constFind(segment.first);
             if (found == resolved.constEnd()) {
-                const QString name = languageForTmxCode(languages, segment.first);
+                const QString name = languageForTmxCode(languages, segment.first, fileCodes);
                 if (!languages.contains(name, Qt::CaseInsensitive))
                     languages.append(name);
                 found = resolved.insert(segment.first, name);

@@ -20,8 +20,10 @@ QString tmxLanguageCode(const QString &name);
 /// The dictionary language that the xml:lang @p code read from a file stands
 /// for: a language of @p languages named so (letter case ignored), else one
 /// whose name Qt knows as that code's language, else @p code itself (a new
-/// language named by the code).
-QString languageForTmxCode(const QStringList &languages, const QString &code);
+/// language named by the code). A language named like one of @p fileCodes
+/// (the codes the same file uses) answers only to that code.
+QString languageForTmxCode(const QStringList &languages, const QString &code,
+                           const QStringList &fileCodes = QStringList());
 
 /// Reads a whole TMX document into @p units as (xml:lang, text) pairs; units
 /// with fewer than two texts are left out. On malformed input returns false
