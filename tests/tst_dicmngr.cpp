@@ -1,0 +1,350 @@
+// The dictionary manager program on the session bus: each test starts real
+// instances under names of its own and calls them as the grid editor does.
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusConnectionInterface>
+#include <QtDBus/QDBusInterface>
+#include <QtDBus/QDBusReply>
+#include <QtTest/QTest>
+
+#include <memory>
+
+namespace {
+
+const QString Interface = QStringLiteral("dicmngr.TVexilDicMngr");
+
+QByteArray fileBytes(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool nameOwned(const QString &name)
+{
+    return QDBusConnection::sessionBus().interface()->isServiceRegistered(name).value();
+}
+
+// One running vexil-dictionary.
+class Manager
+{
+public:
+    explicit Manager(const QString &database, const QStringList &options = {})
+    {
+        static int counter = 0;
+        service = QStringLiteral("dicmngr.test.p%1.n%2").arg(QCoreApplication::applicationPid()).arg(++counter);
+        start(database, options);
+    }
+    Manager(const QString &database, const QString &serviceName, const QStringList &options)
+        : service(serviceName)
+    {
+        start(database, options);
+    }
+    ~Manager()
+    {
+        if (process.state() != QProcess::NotRunning) {
+            process.kill();
+            process.waitForFinished();
+        }
+    }
+
+    /// Waits until the program owns its name (or has ended).
+    bool ready()
+    {
+        (void)QTest::qWaitFor([this] { return nameOwned(service) || process.state() == QProcess::NotRunning; },
+                              60000);
+        return nameOwned(service);
+    }
+    std::unique_ptr<QDBusInterface> iface() const
+    {
+        return std::make_unique<QDBusInterface>(service, QStringLiteral("/"), Interface);
+    }
+    /// What the program wrote to stderr so far.
+    QString errors()
+    {
+        m_errors += QString::fromLocal8Bit(process.readAllStandardError());
+        return m_errors;
+    }
+
+    QString service;
+    QProcess process;
+
+private:
+    QString m_errors;
+
+    void start(const QString &database, const QStringList &options)
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        process.setProcessEnvironment(env);
+        process.setProgram(QStringLiteral(VEXIL_DICTIONARY_EXE));
+        process.setArguments(QStringList{QStringLiteral("--database"), database, QStringLiteral("--service-name"),
+                                         service} + options);
+        process.start();
+    }
+};
+
+} // namespace
+
+class TestDicMngr : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+
+private slots:
+    void initTestCase();
+    void answersTheEditorsCalls();
+    void refusalsBecomeErrorReplies();
+    void readOnlyDictionaryAnswersButDoesNotSave();
+    void killedManagerKeepsSavedPairsOnly();
+    void terminatedManagerSavesNothing();
+    void damagedFileIsReportedAndKept();
+    void takenNameIsRefused();
+    void activationFileStartsTheBuiltProgram();
+};
+
+void TestDicMngr::initTestCase()
+{
+    if (!QDBusConnection::sessionBus().isConnected())
+        QSKIP("no session bus: run under dbus-run-session");
+    QVERIFY(QFile::exists(QStringLiteral(VEXIL_DICTIONARY_EXE)));
+}
+
+void TestDicMngr::answersTheEditorsCalls()
+{
+    Manager manager(path(QStringLiteral("calls.sqlite")));
+    QVERIFY2(manager.ready(), qPrintable(manager.errors()));
+    auto dic = manager.iface();
+    QVERIFY2(dic->isValid(), qPrintable(dic->lastError().message()));
+
+    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("ENGLISH"))).value(), -1);
+    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddLanguage"), QStringLiteral("ENGLISH"))).isValid());
+    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("english"))).value(), 0);
+    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddTranslation"), QStringLiteral("ENGLISH"),
+                                       QStringLiteral("GERMAN"), QStringLiteral("House"), QStringLiteral("Haus")))
+                .isValid());
+    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddTranslation"), QStringLiteral("ENGLISH"),
+                                       QStringLiteral("日本語"), QStringLiteral("House"), QStringLiteral("家 🏠")))
+                .isValid());
+    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("日本語"))).value(), 2);
+    QDBusReply<QString> answer = dic->call(QStringLiteral("GetTranslation"), QStringLiteral("german"),
+                                           QStringLiteral("日本語"), QStringLiteral("Haus"));
+    QVERIFY2(answer.isValid(), qPrintable(answer.error().message()));
+    QCOMPARE(answer.value(), QStringLiteral("家 🏠"));
+    answer = dic->call(QStringLiteral("GetTranslation"), QStringLiteral("GERMAN"), QStringLiteral("ENGLISH"),
+                       QStringLiteral("Maus"));
+    QVERIFY(answer.isValid());
+    QCOMPARE(answer.value(), QString());
+    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("SetVisible"), true)).isValid());
+    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("SetVisible"), false)).isValid());
+    QDBusReply<bool> saved = dic->call(QStringLiteral("Save"));
+    QVERIFY(saved.isValid());
+    QVERIFY(saved.value());
+    QCOMPARE(manager.process.state(), QProcess::Running);
+}
+
+void TestDicMngr::refusalsBecomeErrorReplies()
+{
+    Manager manager(path(QStringLiteral("errors.sqlite")));
+    QVERIFY2(manager.ready(), qPrintable(manager.errors()));
+    auto dic = manager.iface();
+    const QString longText(32769, QLatin1Char('z'));
+
+    QDBusMessage reply = dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"),
+                                   QString(), QStringLiteral("leer"));
+    QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+    QCOMPARE(reply.errorName(), QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
+    QVERIFY2(reply.errorMessage().contains(QLatin1String("empty")), qPrintable(reply.errorMessage()));
+
+    for (const QString &method : {QStringLiteral("GetTranslation"), QStringLiteral("AddTranslation")}) {
+        QList<QVariant> args{QStringLiteral("EN"), QStringLiteral("DE"), longText};
+        if (method == QLatin1String("AddTranslation"))
+            args.append(QStringLiteral("kurz"));
+        reply = dic->callWithArgumentList(QDBus::Block, method, args);
+        QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+        QCOMPARE(reply.errorName(), QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
+        QVERIFY2(reply.errorMessage().contains(QLatin1String("32768")), qPrintable(reply.errorMessage()));
+    }
+    reply = dic->call(QStringLiteral("AddLanguage"), QString());
+    QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+
+    // The manager goes on answering, with nothing of the refused calls kept.
+    QCOMPARE(manager.process.state(), QProcess::Running);
+    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("EN"))).value(), -1);
+    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"),
+                                       QStringLiteral("Yes"), QStringLiteral("Ja")))
+                .isValid());
+    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("DE"),
+                                           QStringLiteral("EN"), QStringLiteral("Ja")))
+                 .value(),
+             QStringLiteral("Yes"));
+}
+
+void TestDicMngr::readOnlyDictionaryAnswersButDoesNotSave()
+{
+    const QString database = path(QStringLiteral("shared.sqlite"));
+    {
+        Manager writer(database);
+        QVERIFY(writer.ready());
+        auto dic = writer.iface();
+        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("Dog"),
+                  QStringLiteral("Hund"));
+        QVERIFY(QDBusReply<bool>(dic->call(QStringLiteral("Save"))).value());
+        writer.process.terminate();
+        QVERIFY(writer.process.waitForFinished());
+    }
+    const QByteArray before = fileBytes(database);
+    Manager manager(database, {QStringLiteral("--read-only")});
+    QVERIFY2(manager.ready(), qPrintable(manager.errors()));
+    auto dic = manager.iface();
+    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("de"),
+                                           QStringLiteral("en"), QStringLiteral("Hund")))
+                 .value(),
+             QStringLiteral("Dog"));
+    QDBusMessage reply = dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"),
+                                   QStringLiteral("Cat"), QStringLiteral("Katze"));
+    QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+    QCOMPARE(reply.errorName(), QStringLiteral("dicmngr.TVexilDicMngr.Error.ReadOnly"));
+    QVERIFY2(reply.errorMessage().contains(database), qPrintable(reply.errorMessage()));
+    reply = dic->call(QStringLiteral("AddLanguage"), QStringLiteral("FR"));
+    QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+    QDBusReply<bool> saved = dic->call(QStringLiteral("Save"));
+    QVERIFY(saved.isValid());
+    QVERIFY(!saved.value());
+    manager.process.terminate();
+    QVERIFY(manager.process.waitForFinished());
+    QCOMPARE(fileBytes(database), before);
+}
+
+void TestDicMngr::killedManagerKeepsSavedPairsOnly()
+{
+    const QString database = path(QStringLiteral("killed.sqlite"));
+    {
+        Manager manager(database);
+        QVERIFY(manager.ready());
+        auto dic = manager.iface();
+        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("Tree"),
+                  QStringLiteral("Baum"));
+        QVERIFY(QDBusReply<bool>(dic->call(QStringLiteral("Save"))).value());
+        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"),
+                  QStringLiteral("Flower"), QStringLiteral("Blume"));
+        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("Tree"),
+                  QStringLiteral("Der Baum"));
+        dic->call(QStringLiteral("AddLanguage"), QStringLiteral("FR"));
+        QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("EN"),
+                                               QStringLiteral("DE"), QStringLiteral("Flower")))
+                     .value(),
+                 QStringLiteral("Blume"));
+        manager.process.kill();
+        QVERIFY(manager.process.waitForFinished());
+        QCOMPARE(manager.process.exitStatus(), QProcess::CrashExit);
+    }
+    Manager again(database);
+    QVERIFY2(again.ready(), qPrintable(again.errors()));
+    auto dic = again.iface();
+    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("EN"),
+                                           QStringLiteral("DE"), QStringLiteral("Tree")))
+                 .value(),
+             QStringLiteral("Baum"));
+    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("EN"),
+                                           QStringLiteral("DE"), QStringLiteral("Flower")))
+                 .value(),
+             QString());
+    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("FR"))).value(), -1);
+    // The dictionary is writable again after the interrupted session.
+    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddLanguage"), QStringLiteral("FR"))).isValid());
+    QVERIFY(QDBusReply<bool>(dic->call(QStringLiteral("Save"))).value());
+}
+
+void TestDicMngr::terminatedManagerSavesNothing()
+{
+    const QString database = path(QStringLiteral("terminated.sqlite"));
+    {
+        Manager manager(database);
+        QVERIFY(manager.ready());
+        auto dic = manager.iface();
+        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("Sun"),
+                  QStringLiteral("Sonne"));
+        QVERIFY(QDBusReply<bool>(dic->call(QStringLiteral("Save"))).value());
+        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("Moon"),
+                  QStringLiteral("Mond"));
+        manager.process.terminate();
+        QVERIFY(manager.process.waitForFinished());
+        QCOMPARE(manager.process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(manager.process.exitCode(), 0);
+        QVERIFY(!nameOwned(manager.service));
+    }
+    Manager again(database);
+    QVERIFY(again.ready());
+    auto dic = again.iface();
+    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("EN"),
+                                           QStringLiteral("DE"), QStringLiteral("Sun")))
+                 .value(),
+             QStringLiteral("Sonne"));
+    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("EN"),
+                                           QStringLiteral("DE"), QStringLiteral("Moon")))
+                 .value(),
+             QString());
+}
+
+void TestDicMngr::damagedFileIsReportedAndKept()
+{
+    const QString database = path(QStringLiteral("damaged.sqlite"));
+    QByteArray garbage("SQLite format 3");
+    garbage.append(QByteArray(8192, '\x5a'));
+    {
+        QFile file(database);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(garbage);
+    }
+    Manager manager(database);
+    QVERIFY2(manager.ready(), qPrintable(manager.errors()));
+    auto dic = manager.iface();
+    QDBusMessage reply = dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("EN"));
+    QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+    QVERIFY2(reply.errorMessage().contains(database), qPrintable(reply.errorMessage()));
+    reply = dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"),
+                      QStringLiteral("a"), QStringLiteral("b"));
+    QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+    reply = dic->call(QStringLiteral("Save"));
+    QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+    QTRY_VERIFY_WITH_TIMEOUT(manager.errors().contains(database), 30000);
+    QCOMPARE(fileBytes(database), garbage);
+
+    // Once the file is out of the way, the same manager makes a new one.
+    QVERIFY(QFile::rename(database, database + QStringLiteral(".bad")));
+    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddLanguage"), QStringLiteral("EN"))).isValid());
+    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("en"))).value(), 0);
+    QCOMPARE(fileBytes(database + QStringLiteral(".bad")), garbage);
+}
+
+void TestDicMngr::takenNameIsRefused()
+{
+    Manager first(path(QStringLiteral("first.sqlite")));
+    QVERIFY(first.ready());
+    Manager second(path(QStringLiteral("second.sqlite")), first.service, {});
+    QVERIFY(second.process.waitForFinished(60000));
+    QCOMPARE(second.process.exitStatus(), QProcess::NormalExit);
+    QVERIFY(second.process.exitCode() != 0);
+    const QString errors = second.errors();
+    QVERIFY2(errors.contains(first.service), qPrintable(errors));
+    // The first one still answers.
+    QCOMPARE(QDBusReply<int>(first.iface()->call(QStringLiteral("IndexOfLang"), QStringLiteral("EN"))).value(), -1);
+}
+
+void TestDicMngr::activationFileStartsTheBuiltProgram()
+{
+    QFile file(QStringLiteral(VEXIL_DBUS_SERVICES_DIR "/dicmngr.TVexilDicMngr.service"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    QVERIFY(lines.contains(QStringLiteral("[D-BUS Service]")));
+    QVERIFY(lines.contains(QStringLiteral("Name=dicmngr.TVexilDicMngr")));
+    QVERIFY2(lines.contains(QStringLiteral("Exec=" VEXIL_DICTIONARY_EXE)), qPrintable(lines.join(QLatin1Char('|'))));
+}
+
+QTEST_GUILESS_MAIN(TestDicMngr)
+#include "tst_dicmngr.moc"
