@@ -15,8 +15,10 @@
 class DictionaryManager
 {
 public:
-    explicit DictionaryManager(const QStringList &extra = {})
-        : m_name(QStringLiteral("org.vexil.test.dict%1n%2").arg(QCoreApplication::applicationPid()).arg(++s_count))
+    /// A manager of the database @p file (empty: one of its own).
+    explicit DictionaryManager(const QStringList &extra = {}, const QString &file = {})
+        : m_database(file.isEmpty() ? m_dir.filePath(QStringLiteral("dictionary.sqlite")) : file)
+        , m_name(QStringLiteral("org.vexil.test.dict%1n%2").arg(QCoreApplication::applicationPid()).arg(++s_count))
     {
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -36,7 +38,7 @@ public:
             m_process.kill();
     }
     QString name() const { return m_name; }
-    QString database() const { return m_dir.filePath(QStringLiteral("dictionary.sqlite")); }
+    QString database() const { return m_database; }
     /// Whether the program is up and owns its name.
     bool running() const { return m_registered && m_process.state() == QProcess::Running; }
 
@@ -52,6 +54,7 @@ private:
 
     inline static int s_count = 0;
     QTemporaryDir m_dir;
+    QString m_database;
     QString m_name;
     QProcess m_process;
     bool m_registered = false;

@@ -182,7 +182,16 @@ void TestDictClient::saveFalseKeepsTheConnection()
     {
         // A memory the user may only read cannot store: the connection stays
         // and the next show uses it again.
-        DictionaryManager manager({QStringLiteral("--read-only")});
+        QTemporaryDir shared;
+        const QString file = shared.filePath(QStringLiteral("team.sqlite"));
+        {
+            DictionaryManager writer({}, file);
+            QVERIFY(writer.running());
+            TvxDictionaryClient(writer.name()).AddTranslation(QStringLiteral("English"), QStringLiteral("German"),
+                                                              QStringLiteral("Yes"), QStringLiteral("Ja"));
+            QVERIFY(TvxDictionaryClient(writer.name()).Save());
+        }
+        DictionaryManager manager({QStringLiteral("--read-only")}, file);
         QVERIFY(manager.running());
         qputenv("VEXIL_DICTIONARY_SERVICE", manager.name().toUtf8());
         TForm1 owner;
