@@ -11,6 +11,9 @@
 
 #include <memory>
 
+#include <csignal>
+#include <sys/types.h>
+
 namespace {
 
 const QString Interface = QStringLiteral("dicmngr.TVexilDicMngr");
@@ -338,12 +341,62 @@ void TestDicMngr::takenNameIsRefused()
 
 void TestDicMngr::activationFileStartsTheBuiltProgram()
 {
-    QFile file(QStringLiteral(VEXIL_DBUS_SERVICES_DIR "/dicmngr.TVexilDicMngr.service"));
+    const QString servicesDir = QStringLiteral(VEXIL_DBUS_SERVICES_DIR);
+    QFile file(servicesDir + QStringLiteral("/dicmngr.TVexilDicMngr.service"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     QVERIFY(lines.contains(QStringLiteral("[D-BUS Service]")));
     QVERIFY(lines.contains(QStringLiteral("Name=dicmngr.TVexilDicMngr")));
     QVERIFY2(lines.contains(QStringLiteral("Exec=" VEXIL_DICTIONARY_EXE)), qPrintable(lines.join(QLatin1Char('|'))));
+
+    // A bus of our own that reads that folder starts the manager on the
+    // first call, with its dictionary in the default place.
+    QTemporaryDir home;
+    const QString socket = home.filePath(QStringLiteral("bus"));
+    const QString address = QStringLiteral("unix:path=") + socket;
+    QFile config(home.filePath(QStringLiteral("bus.conf")));
+    QVERIFY(config.open(QIODevice::WriteOnly));
+    config.write(QStringLiteral(
+        "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
+        " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
+        "<busconfig><type>session</type><listen>%1</listen><servicedir>%2</servicedir>\n"
+        "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
+        "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>\n")
+                     .arg(address, servicesDir)
+                     .toUtf8());
+    config.close();
+    QProcess daemon;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
+    env.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    daemon.setProcessEnvironment(env);
+    daemon.start(QStringLiteral("dbus-daemon"),
+                 {QStringLiteral("--nofork"), QStringLiteral("--config-file=") + config.fileName()});
+    if (!daemon.waitForStarted())
+        QSKIP("dbus-daemon cannot be started here");
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(socket), 30000);
+    qint64 managerPid = 0;
+    {
+        QDBusConnection bus = QDBusConnection::connectToBus(address, QStringLiteral("activation"));
+        QVERIFY2(bus.isConnected(), qPrintable(bus.lastError().message()));
+        QDBusInterface dic(Interface, QStringLiteral("/"), Interface, bus);
+        dic.setTimeout(120000);
+        QDBusReply<int> index = dic.call(QStringLiteral("IndexOfLang"), QStringLiteral("ENGLISH"));
+        QVERIFY2(index.isValid(), qPrintable(index.error().message()));
+        QCOMPARE(index.value(), -1);
+        dic.call(QStringLiteral("AddTranslation"), QStringLiteral("ENGLISH"), QStringLiteral("GERMAN"),
+                 QStringLiteral("Bread"), QStringLiteral("Brot"));
+        QVERIFY(QDBusReply<bool>(dic.call(QStringLiteral("Save"))).value());
+        managerPid = bus.interface()->servicePid(Interface).value();
+    }
+    QDBusConnection::disconnectFromBus(QStringLiteral("activation"));
+    QVERIFY(managerPid > 0);
+    ::kill(pid_t(managerPid), SIGTERM);
+    daemon.terminate();
+    QVERIFY(daemon.waitForFinished());
+
+    QVERIFY(QFile::exists(home.filePath(QStringLiteral("data/vexil-dictionary/dictionary.sqlite"))));
 }
 
 QTEST_GUILESS_MAIN(TestDicMngr)
