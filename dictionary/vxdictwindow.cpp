@@ -316,7 +316,7 @@ void TfrmDictionary::updateStatus()
             else if (m_store->isModified())
                 text += tr(" (not saved)");
         } else {
-            text = tr("No dictionary");
+            text = m_store->errorString().isEmpty() ? tr("No dictionary is open.") : m_store->errorString();
         }
     } catch (const EDictionaryError &e) {
         text = e.message();
