@@ -114,6 +114,56 @@ bool save(QDBusInterface &dic)
     return reply.isValid() && reply.value();
 }
 
+// A session bus of the test's own, reading the build tree's service files.
+class PrivateBus
+{
+public:
+    QTemporaryDir home;
+    QString address;
+    QProcess daemon;
+
+    ~PrivateBus() { stop(); }
+
+    QProcessEnvironment environment() const
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
+        env.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        return env;
+    }
+    bool start()
+    {
+        const QString socket = home.filePath(QStringLiteral("bus"));
+        address = QStringLiteral("unix:path=") + socket;
+        QFile config(home.filePath(QStringLiteral("bus.conf")));
+        if (!config.open(QIODevice::WriteOnly))
+            return false;
+        config.write(QStringLiteral(
+            "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
+            " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
+            "<busconfig><type>session</type><listen>%1</listen><servicedir>%2</servicedir>\n"
+            "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
+            "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>\n")
+                         .arg(address, QStringLiteral(VEXIL_DBUS_SERVICES_DIR))
+                         .toUtf8());
+        config.close();
+        daemon.setProcessEnvironment(environment());
+        daemon.start(QStringLiteral("dbus-daemon"),
+                     {QStringLiteral("--nofork"), QStringLiteral("--config-file=") + config.fileName()});
+        if (!daemon.waitForStarted())
+            return false;
+        return QTest::qWaitFor([&] { return QFile::exists(socket); }, 30000);
+    }
+    void stop()
+    {
+        if (daemon.state() != QProcess::NotRunning) {
+            daemon.terminate();
+            daemon.waitForFinished();
+        }
+    }
+};
+
 } // namespace
 
 class TestDicMngr : public QObject
@@ -134,6 +184,7 @@ private slots:
     void damagedFileIsReportedAndKept();
     void takenNameIsRefused();
     void activationFileStartsTheBuiltProgram();
+    void managerEndsWithItsBus();
 };
 
 void TestDicMngr::initTestCase()
@@ -323,8 +374,7 @@ void TestDicMngr::takenNameIsRefused()
 
 void TestDicMngr::activationFileStartsTheBuiltProgram()
 {
-    const QString servicesDir = QStringLiteral(VEXIL_DBUS_SERVICES_DIR);
-    QFile file(servicesDir + QStringLiteral("/dicmngr.TVexilDicMngr.service"));
+    QFile file(QStringLiteral(VEXIL_DBUS_SERVICES_DIR "/dicmngr.TVexilDicMngr.service"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     QVERIFY(lines.contains(QStringLiteral("[D-BUS Service]")));
@@ -333,51 +383,57 @@ void TestDicMngr::activationFileStartsTheBuiltProgram()
 
     // A bus of our own that reads that folder starts the manager on the
     // first call, with its dictionary in the default place.
-    QTemporaryDir home;
-    const QString socket = home.filePath(QStringLiteral("bus"));
-    const QString address = QStringLiteral("unix:path=") + socket;
-    QFile config(home.filePath(QStringLiteral("bus.conf")));
-    QVERIFY(config.open(QIODevice::WriteOnly));
-    config.write(QStringLiteral(
-        "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
-        " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
-        "<busconfig><type>session</type><listen>%1</listen><servicedir>%2</servicedir>\n"
-        "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
-        "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>\n")
-                     .arg(address, servicesDir)
-                     .toUtf8());
-    config.close();
-    QProcess daemon;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
-    env.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    daemon.setProcessEnvironment(env);
-    daemon.start(QStringLiteral("dbus-daemon"),
-                 {QStringLiteral("--nofork"), QStringLiteral("--config-file=") + config.fileName()});
-    if (!daemon.waitForStarted())
+    PrivateBus bus;
+    if (!bus.start())
         QSKIP("dbus-daemon cannot be started here");
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(socket), 30000);
     qint64 managerPid = 0;
     {
-        QDBusConnection bus = QDBusConnection::connectToBus(address, QStringLiteral("activation"));
-        QVERIFY2(bus.isConnected(), qPrintable(bus.lastError().message()));
-        QDBusInterface dic(Interface, QStringLiteral("/"), Interface, bus);
+        QDBusConnection connection = QDBusConnection::connectToBus(bus.address, QStringLiteral("activation"));
+        QVERIFY2(connection.isConnected(), qPrintable(connection.lastError().message()));
+        QDBusInterface dic(Interface, QStringLiteral("/"), Interface, connection);
         dic.setTimeout(120000);
-        QDBusReply<int> index = dic.call(QStringLiteral("IndexOfLang"), QStringLiteral("ENGLISH"));
-        QVERIFY2(index.isValid(), qPrintable(index.error().message()));
-        QCOMPARE(index.value(), -1);
+        QCOMPARE(indexOf(dic, "ENGLISH"), -1);
         QVERIFY(added(add(dic, "ENGLISH", "GERMAN", "Bread", "Brot")));
         QVERIFY(save(dic));
-        managerPid = bus.interface()->servicePid(Interface).value();
+        managerPid = connection.interface()->servicePid(Interface).value();
     }
     QDBusConnection::disconnectFromBus(QStringLiteral("activation"));
     QVERIFY(managerPid > 0);
+    QVERIFY(QFile::exists(bus.home.filePath(QStringLiteral("data/vexil-dictionary/dictionary.sqlite"))));
     ::kill(pid_t(managerPid), SIGTERM);
-    daemon.terminate();
-    QVERIFY(daemon.waitForFinished());
+}
 
-    QVERIFY(QFile::exists(home.filePath(QStringLiteral("data/vexil-dictionary/dictionary.sqlite"))));
+void TestDicMngr::managerEndsWithItsBus()
+{
+    PrivateBus bus;
+    if (!bus.start())
+        QSKIP("dbus-daemon cannot be started here");
+    const QString database = path(QStringLiteral("busgone.sqlite"));
+    QProcess manager;
+    QProcessEnvironment env = bus.environment();
+    manager.setProcessEnvironment(env);
+    manager.start(QStringLiteral(VEXIL_DICTIONARY_EXE), {QStringLiteral("--database"), database});
+    QVERIFY(manager.waitForStarted());
+    {
+        QDBusConnection connection = QDBusConnection::connectToBus(bus.address, QStringLiteral("ending"));
+        QVERIFY(connection.isConnected());
+        QTRY_VERIFY_WITH_TIMEOUT(connection.interface()->isServiceRegistered(Interface).value(), 60000);
+        QDBusInterface dic(Interface, QStringLiteral("/"), Interface, connection);
+        QVERIFY(added(add(dic, "EN", "DE", "Day", "Tag")));
+        QVERIFY(save(dic));
+        QVERIFY(added(add(dic, "EN", "DE", "Night", "Nacht")));
+    }
+    QDBusConnection::disconnectFromBus(QStringLiteral("ending"));
+    bus.stop();
+    QVERIFY(manager.waitForFinished(60000));
+    QCOMPARE(manager.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(manager.exitCode(), 0);
+
+    Manager again(database);
+    QVERIFY(again.ready());
+    auto dic = again.iface();
+    QCOMPARE(translate(*dic, "DE", "EN", "Tag"), QStringLiteral("Day"));
+    QCOMPARE(translate(*dic, "DE", "EN", "Nacht"), QString());
 }
 
 QTEST_GUILESS_MAIN(TestDicMngr)
