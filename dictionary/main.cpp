@@ -9,6 +9,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QSocketNotifier>
 #include <QtCore/QStandardPaths>
+#include <QtCore/QTimer>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusConnectionInterface>
 #include <QtWidgets/QApplication>
@@ -140,6 +141,14 @@ int main(int argc, char *argv[])
 #ifdef Q_OS_UNIX
     watchTermination(&app);
 #endif
+    // When the session bus ends (the user's session, a test's private bus),
+    // nobody can reach the manager any more: it ends too, saving nothing.
+    QTimer busWatch;
+    QObject::connect(&busWatch, &QTimer::timeout, &app, [&bus] {
+        if (!bus.isConnected())
+            QCoreApplication::exit(0);
+    });
+    busWatch.start(1000);
     if (parser.isSet(showOption))
         window.show();
 

@@ -3,6 +3,7 @@
 #include "vxtmx.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QKeySequence>
 #include <QtWidgets/QAbstractItemView>
@@ -155,7 +156,7 @@ void TvxDictUnitModel::deleteRows(QList<int> rows)
 // --------------------------------------------------------------- window
 
 TfrmDictionary::TfrmDictionary(TvxDictionaryStore *store, QWidget *parent)
-    : QMainWindow(parent), m_store(store), m_model(new TvxDictUnitModel(store, this))
+    : QMainWindow(parent), m_store(store), m_model(new TvxDictUnitModel(store, this)), m_folder(QDir::homePath())
 {
     setObjectName(QStringLiteral("frmDictionary"));
     setWindowTitle(tr("Dictionary"));
@@ -315,7 +316,7 @@ void TfrmDictionary::updateStatus()
             else if (m_store->isModified())
                 text += tr(" (not saved)");
         } else {
-            text = tr("No dictionary");
+            text = m_store->errorString().isEmpty() ? tr("No dictionary is open.") : m_store->errorString();
         }
     } catch (const EDictionaryError &e) {
         text = e.message();
@@ -354,10 +355,11 @@ bool TfrmDictionary::save()
 void TfrmDictionary::importTmx()
 {
     const QString fileName = QFileDialog::getOpenFileName(
-        this, tr("Import TMX"), QDir::homePath(), tr("TMX files (*.tmx);;All files (*)"), nullptr,
+        this, tr("Import TMX"), m_folder, tr("TMX files (*.tmx);;All files (*)"), nullptr,
         QFileDialog::DontUseNativeDialog);
     if (fileName.isEmpty())
         return;
+    m_folder = QFileInfo(fileName).absolutePath();
     QString error;
     const int count = Vexil::importTmx(*m_store, fileName, &error);
     if (count < 0) {
@@ -371,11 +373,12 @@ void TfrmDictionary::importTmx()
 
 void TfrmDictionary::exportTmx()
 {
-    QString fileName = QFileDialog::getSaveFileName(this, tr("Export TMX"), QDir::homePath(),
+    QString fileName = QFileDialog::getSaveFileName(this, tr("Export TMX"), m_folder,
                                                     tr("TMX files (*.tmx);;All files (*)"), nullptr,
                                                     QFileDialog::DontUseNativeDialog);
     if (fileName.isEmpty())
         return;
+    m_folder = QFileInfo(fileName).absolutePath();
     QString error;
     if (!Vexil::exportTmx(*m_store, fileName, &error)) {
         showError(error);

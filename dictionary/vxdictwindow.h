@@ -88,6 +88,7 @@ private:
     QTableView *tvUnits;
     QLabel *lbCount;
     QAction *actSave, *actImport, *actExport, *actDelete, *actAddLanguage;
+    QString m_folder;  // where the last TMX file was taken from or put
     QTimer m_refreshTimer;
     bool m_stale = true;
 

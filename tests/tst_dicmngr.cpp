@@ -11,6 +11,9 @@
 
 #include <memory>
 
+#include <csignal>
+#include <sys/types.h>
+
 namespace {
 
 const QString Interface = QStringLiteral("dicmngr.TVexilDicMngr");
@@ -85,6 +88,82 @@ private:
     }
 };
 
+QString translate(QDBusInterface &dic, const QString &source, const QString &target, const QString &text)
+{
+    QDBusReply<QString> reply = dic.call(QStringLiteral("GetTranslation"), source, target, text);
+    return reply.isValid() ? reply.value() : QStringLiteral("<error: %1>").arg(reply.error().message());
+}
+
+int indexOf(QDBusInterface &dic, const QString &language)
+{
+    QDBusReply<int> reply = dic.call(QStringLiteral("IndexOfLang"), language);
+    return reply.isValid() ? reply.value() : -100;
+}
+
+QDBusMessage add(QDBusInterface &dic, const QString &lang1, const QString &lang2, const QString &text1,
+                 const QString &text2)
+{
+    return dic.call(QStringLiteral("AddTranslation"), lang1, lang2, text1, text2);
+}
+
+bool added(const QDBusMessage &reply) { return reply.type() == QDBusMessage::ReplyMessage; }
+
+bool save(QDBusInterface &dic)
+{
+    QDBusReply<bool> reply = dic.call(QStringLiteral("Save"));
+    return reply.isValid() && reply.value();
+}
+
+// A session bus of the test's own, reading the build tree's service files.
+class PrivateBus
+{
+public:
+    QTemporaryDir home;
+    QString address;
+    QProcess daemon;
+
+    ~PrivateBus() { stop(); }
+
+    QProcessEnvironment environment() const
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
+        env.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        return env;
+    }
+    bool start()
+    {
+        const QString socket = home.filePath(QStringLiteral("bus"));
+        address = QStringLiteral("unix:path=") + socket;
+        QFile config(home.filePath(QStringLiteral("bus.conf")));
+        if (!config.open(QIODevice::WriteOnly))
+            return false;
+        config.write(QStringLiteral(
+            "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
+            " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
+            "<busconfig><type>session</type><listen>%1</listen><servicedir>%2</servicedir>\n"
+            "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
+            "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>\n")
+                         .arg(address, QStringLiteral(VEXIL_DBUS_SERVICES_DIR))
+                         .toUtf8());
+        config.close();
+        daemon.setProcessEnvironment(environment());
+        daemon.start(QStringLiteral("dbus-daemon"),
+                     {QStringLiteral("--nofork"), QStringLiteral("--config-file=") + config.fileName()});
+        if (!daemon.waitForStarted())
+            return false;
+        return QTest::qWaitFor([&] { return QFile::exists(socket); }, 30000);
+    }
+    void stop()
+    {
+        if (daemon.state() != QProcess::NotRunning) {
+            daemon.terminate();
+            daemon.waitForFinished();
+        }
+    }
+};
+
 } // namespace
 
 class TestDicMngr : public QObject
@@ -105,6 +184,7 @@ private slots:
     void damagedFileIsReportedAndKept();
     void takenNameIsRefused();
     void activationFileStartsTheBuiltProgram();
+    void managerEndsWithItsBus();
 };
 
 void TestDicMngr::initTestCase()
@@ -121,29 +201,17 @@ void TestDicMngr::answersTheEditorsCalls()
     auto dic = manager.iface();
     QVERIFY2(dic->isValid(), qPrintable(dic->lastError().message()));
 
-    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("ENGLISH"))).value(), -1);
+    QCOMPARE(indexOf(*dic, QStringLiteral("ENGLISH")), -1);
     QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddLanguage"), QStringLiteral("ENGLISH"))).isValid());
-    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("english"))).value(), 0);
-    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddTranslation"), QStringLiteral("ENGLISH"),
-                                       QStringLiteral("GERMAN"), QStringLiteral("House"), QStringLiteral("Haus")))
-                .isValid());
-    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddTranslation"), QStringLiteral("ENGLISH"),
-                                       QStringLiteral("日本語"), QStringLiteral("House"), QStringLiteral("家 🏠")))
-                .isValid());
-    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("日本語"))).value(), 2);
-    QDBusReply<QString> answer = dic->call(QStringLiteral("GetTranslation"), QStringLiteral("german"),
-                                           QStringLiteral("日本語"), QStringLiteral("Haus"));
-    QVERIFY2(answer.isValid(), qPrintable(answer.error().message()));
-    QCOMPARE(answer.value(), QStringLiteral("家 🏠"));
-    answer = dic->call(QStringLiteral("GetTranslation"), QStringLiteral("GERMAN"), QStringLiteral("ENGLISH"),
-                       QStringLiteral("Maus"));
-    QVERIFY(answer.isValid());
-    QCOMPARE(answer.value(), QString());
+    QCOMPARE(indexOf(*dic, QStringLiteral("english")), 0);
+    QVERIFY(added(add(*dic, "ENGLISH", "GERMAN", "House", "Haus")));
+    QVERIFY(added(add(*dic, "ENGLISH", QStringLiteral("日本語"), "House", QStringLiteral("家 🏠"))));
+    QCOMPARE(indexOf(*dic, QStringLiteral("日本語")), 2);
+    QCOMPARE(translate(*dic, "german", QStringLiteral("日本語"), "Haus"), QStringLiteral("家 🏠"));
+    QCOMPARE(translate(*dic, "GERMAN", "ENGLISH", "Maus"), QString());
     QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("SetVisible"), true)).isValid());
     QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("SetVisible"), false)).isValid());
-    QDBusReply<bool> saved = dic->call(QStringLiteral("Save"));
-    QVERIFY(saved.isValid());
-    QVERIFY(saved.value());
+    QVERIFY(save(*dic));
     QCOMPARE(manager.process.state(), QProcess::Running);
 }
 
@@ -154,8 +222,7 @@ void TestDicMngr::refusalsBecomeErrorReplies()
     auto dic = manager.iface();
     const QString longText(32769, QLatin1Char('z'));
 
-    QDBusMessage reply = dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"),
-                                   QString(), QStringLiteral("leer"));
+    QDBusMessage reply = add(*dic, "EN", "DE", QString(), "leer");
     QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
     QCOMPARE(reply.errorName(), QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
     QVERIFY2(reply.errorMessage().contains(QLatin1String("empty")), qPrintable(reply.errorMessage()));
@@ -174,14 +241,9 @@ void TestDicMngr::refusalsBecomeErrorReplies()
 
     // The manager goes on answering, with nothing of the refused calls kept.
     QCOMPARE(manager.process.state(), QProcess::Running);
-    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("EN"))).value(), -1);
-    QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"),
-                                       QStringLiteral("Yes"), QStringLiteral("Ja")))
-                .isValid());
-    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("DE"),
-                                           QStringLiteral("EN"), QStringLiteral("Ja")))
-                 .value(),
-             QStringLiteral("Yes"));
+    QCOMPARE(indexOf(*dic, QStringLiteral("EN")), -1);
+    QVERIFY(added(add(*dic, "EN", "DE", "Yes", "Ja")));
+    QCOMPARE(translate(*dic, "DE", "EN", "Ja"), QStringLiteral("Yes"));
 }
 
 void TestDicMngr::readOnlyDictionaryAnswersButDoesNotSave()
@@ -191,9 +253,8 @@ void TestDicMngr::readOnlyDictionaryAnswersButDoesNotSave()
         Manager writer(database);
         QVERIFY(writer.ready());
         auto dic = writer.iface();
-        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("Dog"),
-                  QStringLiteral("Hund"));
-        QVERIFY(QDBusReply<bool>(dic->call(QStringLiteral("Save"))).value());
+        QVERIFY(added(add(*dic, "EN", "DE", "Dog", "Hund")));
+        QVERIFY(save(*dic));
         writer.process.terminate();
         QVERIFY(writer.process.waitForFinished());
     }
@@ -201,19 +262,15 @@ void TestDicMngr::readOnlyDictionaryAnswersButDoesNotSave()
     Manager manager(database, {QStringLiteral("--read-only")});
     QVERIFY2(manager.ready(), qPrintable(manager.errors()));
     auto dic = manager.iface();
-    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("de"),
-                                           QStringLiteral("en"), QStringLiteral("Hund")))
-                 .value(),
-             QStringLiteral("Dog"));
-    QDBusMessage reply = dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"),
-                                   QStringLiteral("Cat"), QStringLiteral("Katze"));
+    QCOMPARE(translate(*dic, "de", "en", "Hund"), QStringLiteral("Dog"));
+    QDBusMessage reply = add(*dic, "EN", "DE", "Cat", "Katze");
     QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
     QCOMPARE(reply.errorName(), QStringLiteral("dicmngr.TVexilDicMngr.Error.ReadOnly"));
     QVERIFY2(reply.errorMessage().contains(database), qPrintable(reply.errorMessage()));
     reply = dic->call(QStringLiteral("AddLanguage"), QStringLiteral("FR"));
     QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
     QDBusReply<bool> saved = dic->call(QStringLiteral("Save"));
-    QVERIFY(saved.isValid());
+    QVERIFY(saved.isValid());  // an answer, not an error
     QVERIFY(!saved.value());
     manager.process.terminate();
     QVERIFY(manager.process.waitForFinished());
@@ -227,18 +284,12 @@ void TestDicMngr::killedManagerKeepsSavedPairsOnly()
         Manager manager(database);
         QVERIFY(manager.ready());
         auto dic = manager.iface();
-        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("Tree"),
-                  QStringLiteral("Baum"));
-        QVERIFY(QDBusReply<bool>(dic->call(QStringLiteral("Save"))).value());
-        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"),
-                  QStringLiteral("Flower"), QStringLiteral("Blume"));
-        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("Tree"),
-                  QStringLiteral("Der Baum"));
+        QVERIFY(added(add(*dic, "EN", "DE", "Tree", "Baum")));
+        QVERIFY(save(*dic));
+        QVERIFY(added(add(*dic, "EN", "DE", "Flower", "Blume")));
+        QVERIFY(added(add(*dic, "EN", "DE", "Tree", "Der Baum")));
         dic->call(QStringLiteral("AddLanguage"), QStringLiteral("FR"));
-        QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("EN"),
-                                               QStringLiteral("DE"), QStringLiteral("Flower")))
-                     .value(),
-                 QStringLiteral("Blume"));
+        QCOMPARE(translate(*dic, "EN", "DE", "Flower"), QStringLiteral("Blume"));
         manager.process.kill();
         QVERIFY(manager.process.waitForFinished());
         QCOMPARE(manager.process.exitStatus(), QProcess::CrashExit);
@@ -246,18 +297,12 @@ void TestDicMngr::killedManagerKeepsSavedPairsOnly()
     Manager again(database);
     QVERIFY2(again.ready(), qPrintable(again.errors()));
     auto dic = again.iface();
-    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("EN"),
-                                           QStringLiteral("DE"), QStringLiteral("Tree")))
-                 .value(),
-             QStringLiteral("Baum"));
-    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("EN"),
-                                           QStringLiteral("DE"), QStringLiteral("Flower")))
-                 .value(),
-             QString());
-    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("FR"))).value(), -1);
+    QCOMPARE(translate(*dic, "EN", "DE", "Tree"), QStringLiteral("Baum"));
+    QCOMPARE(translate(*dic, "EN", "DE", "Flower"), QString());
+    QCOMPARE(indexOf(*dic, QStringLiteral("FR")), -1);
     // The dictionary is writable again after the interrupted session.
     QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddLanguage"), QStringLiteral("FR"))).isValid());
-    QVERIFY(QDBusReply<bool>(dic->call(QStringLiteral("Save"))).value());
+    QVERIFY(save(*dic));
 }
 
 void TestDicMngr::terminatedManagerSavesNothing()
@@ -267,11 +312,9 @@ void TestDicMngr::terminatedManagerSavesNothing()
         Manager manager(database);
         QVERIFY(manager.ready());
         auto dic = manager.iface();
-        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("Sun"),
-                  QStringLiteral("Sonne"));
-        QVERIFY(QDBusReply<bool>(dic->call(QStringLiteral("Save"))).value());
-        dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"), QStringLiteral("Moon"),
-                  QStringLiteral("Mond"));
+        QVERIFY(added(add(*dic, "EN", "DE", "Sun", "Sonne")));
+        QVERIFY(save(*dic));
+        QVERIFY(added(add(*dic, "EN", "DE", "Moon", "Mond")));
         manager.process.terminate();
         QVERIFY(manager.process.waitForFinished());
         QCOMPARE(manager.process.exitStatus(), QProcess::NormalExit);
@@ -281,14 +324,8 @@ void TestDicMngr::terminatedManagerSavesNothing()
     Manager again(database);
     QVERIFY(again.ready());
     auto dic = again.iface();
-    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("EN"),
-                                           QStringLiteral("DE"), QStringLiteral("Sun")))
-                 .value(),
-             QStringLiteral("Sonne"));
-    QCOMPARE(QDBusReply<QString>(dic->call(QStringLiteral("GetTranslation"), QStringLiteral("EN"),
-                                           QStringLiteral("DE"), QStringLiteral("Moon")))
-                 .value(),
-             QString());
+    QCOMPARE(translate(*dic, "EN", "DE", "Sun"), QStringLiteral("Sonne"));
+    QCOMPARE(translate(*dic, "EN", "DE", "Moon"), QString());
 }
 
 void TestDicMngr::damagedFileIsReportedAndKept()
@@ -307,8 +344,7 @@ void TestDicMngr::damagedFileIsReportedAndKept()
     QDBusMessage reply = dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("EN"));
     QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
     QVERIFY2(reply.errorMessage().contains(database), qPrintable(reply.errorMessage()));
-    reply = dic->call(QStringLiteral("AddTranslation"), QStringLiteral("EN"), QStringLiteral("DE"),
-                      QStringLiteral("a"), QStringLiteral("b"));
+    reply = add(*dic, "EN", "DE", "a", "b");
     QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
     reply = dic->call(QStringLiteral("Save"));
     QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
@@ -318,7 +354,7 @@ void TestDicMngr::damagedFileIsReportedAndKept()
     // Once the file is out of the way, the same manager makes a new one.
     QVERIFY(QFile::rename(database, database + QStringLiteral(".bad")));
     QVERIFY(QDBusReply<void>(dic->call(QStringLiteral("AddLanguage"), QStringLiteral("EN"))).isValid());
-    QCOMPARE(QDBusReply<int>(dic->call(QStringLiteral("IndexOfLang"), QStringLiteral("en"))).value(), 0);
+    QCOMPARE(indexOf(*dic, QStringLiteral("en")), 0);
     QCOMPARE(fileBytes(database + QStringLiteral(".bad")), garbage);
 }
 
@@ -344,6 +380,60 @@ void TestDicMngr::activationFileStartsTheBuiltProgram()
     QVERIFY(lines.contains(QStringLiteral("[D-BUS Service]")));
     QVERIFY(lines.contains(QStringLiteral("Name=dicmngr.TVexilDicMngr")));
     QVERIFY2(lines.contains(QStringLiteral("Exec=" VEXIL_DICTIONARY_EXE)), qPrintable(lines.join(QLatin1Char('|'))));
+
+    // A bus of our own that reads that folder starts the manager on the
+    // first call, with its dictionary in the default place.
+    PrivateBus bus;
+    if (!bus.start())
+        QSKIP("dbus-daemon cannot be started here");
+    qint64 managerPid = 0;
+    {
+        QDBusConnection connection = QDBusConnection::connectToBus(bus.address, QStringLiteral("activation"));
+        QVERIFY2(connection.isConnected(), qPrintable(connection.lastError().message()));
+        QDBusInterface dic(Interface, QStringLiteral("/"), Interface, connection);
+        dic.setTimeout(120000);
+        QCOMPARE(indexOf(dic, "ENGLISH"), -1);
+        QVERIFY(added(add(dic, "ENGLISH", "GERMAN", "Bread", "Brot")));
+        QVERIFY(save(dic));
+        managerPid = connection.interface()->servicePid(Interface).value();
+    }
+    QDBusConnection::disconnectFromBus(QStringLiteral("activation"));
+    QVERIFY(managerPid > 0);
+    QVERIFY(QFile::exists(bus.home.filePath(QStringLiteral("data/vexil-dictionary/dictionary.sqlite"))));
+    ::kill(pid_t(managerPid), SIGTERM);
+}
+
+void TestDicMngr::managerEndsWithItsBus()
+{
+    PrivateBus bus;
+    if (!bus.start())
+        QSKIP("dbus-daemon cannot be started here");
+    const QString database = path(QStringLiteral("busgone.sqlite"));
+    QProcess manager;
+    QProcessEnvironment env = bus.environment();
+    manager.setProcessEnvironment(env);
+    manager.start(QStringLiteral(VEXIL_DICTIONARY_EXE), {QStringLiteral("--database"), database});
+    QVERIFY(manager.waitForStarted());
+    {
+        QDBusConnection connection = QDBusConnection::connectToBus(bus.address, QStringLiteral("ending"));
+        QVERIFY(connection.isConnected());
+        QTRY_VERIFY_WITH_TIMEOUT(connection.interface()->isServiceRegistered(Interface).value(), 60000);
+        QDBusInterface dic(Interface, QStringLiteral("/"), Interface, connection);
+        QVERIFY(added(add(dic, "EN", "DE", "Day", "Tag")));
+        QVERIFY(save(dic));
+        QVERIFY(added(add(dic, "EN", "DE", "Night", "Nacht")));
+    }
+    QDBusConnection::disconnectFromBus(QStringLiteral("ending"));
+    bus.stop();
+    QVERIFY(manager.waitForFinished(60000));
+    QCOMPARE(manager.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(manager.exitCode(), 0);
+
+    Manager again(database);
+    QVERIFY(again.ready());
+    auto dic = again.iface();
+    QCOMPARE(translate(*dic, "DE", "EN", "Tag"), QStringLiteral("Day"));
+    QCOMPARE(translate(*dic, "DE", "EN", "Nacht"), QString());
 }
 
 QTEST_GUILESS_MAIN(TestDicMngr)
