@@ -10,7 +10,7 @@ demo="$build/demo/vexil-demo"
 # commands: a private session bus that starts it on demand runs the demo
 # when there is no display (or no bus); on a desktop's own bus it is started
 # for the demo's run unless one is running already.
-bus=(dbus-run-session --config-file="$build/dbus/session.conf" --)
+bus=(env XDG_DATA_HOME="$build/demo-data" dbus-run-session --config-file="$build/dbus/session.conf" --)
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ] && [ "${QT_QPA_PLATFORM:-}" != "xcb" ]; then
   out="${VEXIL_SCREENSHOTS:-$root/build/screenshots}"
   QT_QPA_PLATFORM=offscreen exec "${bus[@]}" "$demo" --screenshots "$out" "$@"
@@ -21,7 +21,8 @@ fi
 manager=""
 if ! dbus-send --session --print-reply --dest=org.freedesktop.DBus / org.freedesktop.DBus.NameHasOwner \
      string:dicmngr.TVexilDicMngr 2>/dev/null | grep -q "boolean true"; then
-  "$build/dictionary/vexil-dictionary" --database "$build/dbus/dictionary.sqlite" &
+  mkdir -p "$build/demo-data"
+  "$build/dictionary/vexil-dictionary" --database "$build/demo-data/dictionary.sqlite" &
   manager=$!
 fi
 status=0

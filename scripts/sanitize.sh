@@ -24,7 +24,8 @@ export QT_QPA_PLATFORM=offscreen
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1:strict_string_checks=1:detect_stack_use_after_return=1"
 export LSAN_OPTIONS="suppressions=$root/scripts/lsan.supp:print_suppressions=0"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
-(cd "$build" && dbus-run-session --config-file="$build/dbus/session.conf" -- ctest --output-on-failure -j2)
+rm -rf "$build/test-data" && mkdir -p "$build/test-data"
+(cd "$build" && XDG_DATA_HOME="$build/test-data" dbus-run-session --config-file="$build/dbus/session.conf" -- ctest --output-on-failure -j2)
 
 findings="$build/fuzz-findings"
 mkdir -p "$findings"
