@@ -20,6 +20,7 @@
 #include <QtCore/QSettings>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusConnectionInterface>
+#include <QtDBus/QDBusMessage>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
 #include <QtCore/QTranslator>
@@ -666,6 +667,14 @@ void benchDictionary(Figures &out, const QDir &dir, const QList<int> &sizes, int
         lookups.push_back(ms * 1000);
     }
     out.add(QStringLiteral("dict_lookup_us"), median(lookups));
+    // The floor: a bus round trip to the same program that does nothing.
+    std::vector<double> pings;
+    const QDBusMessage ping = QDBusMessage::createMethodCall(name, QStringLiteral("/"),
+                                                             QStringLiteral("org.freedesktop.DBus.Peer"),
+                                                             QStringLiteral("Ping"));
+    for (int i = 0; i < 2000; ++i)
+        pings.push_back(1000 * timeMs([&] { QDBusConnection::sessionBus().call(ping); }));
+    out.add(QStringLiteral("dict_ping_us"), median(pings));
 
     std::vector<double> times;
     for (int n : sizes) {

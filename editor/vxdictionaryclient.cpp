@@ -16,19 +16,43 @@ TvxDictionaryClient::TvxDictionaryClient(const QString &service)
 {
 }
 
-QVariant TvxDictionaryClient::call(const char *method, const QVariantList &args)
+QDBusMessage TvxDictionaryClient::message(const char *method, const QVariantList &args) const
 {
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
+    if (!QDBusConnection::sessionBus().isConnected())
         throw EVexilError(QStringLiteral("The dictionary manager cannot be reached: there is no session bus."));
     QDBusMessage message = QDBusMessage::createMethodCall(m_service, QStringLiteral("/"), interfaceName,
                                                           QLatin1String(method));
     message.setArguments(args);
-    const QDBusMessage reply = bus.call(message);
+    return message;
+}
+
+namespace {
+
+QVariant answerOf(const QDBusMessage &reply)
+{
     if (reply.type() == QDBusMessage::ErrorMessage)
         throw EVexilError(QStringLiteral("Dictionary manager: %1").arg(reply.errorMessage()));
     const QList<QVariant> values = reply.arguments();
     return values.isEmpty() ? QVariant() : values.first();
+}
+
+} // namespace
+
+QVariant TvxDictionaryClient::call(const char *method, const QVariantList &args)
+{
+    return answerOf(QDBusConnection::sessionBus().call(message(method, args)));
+}
+
+QDBusPendingCall TvxDictionaryClient::GetTranslationAsync(const QString &source, const QString &target,
+                                                          const QString &text)
+{
+    return QDBusConnection::sessionBus().asyncCall(message("GetTranslation", {source, target, text}));
+}
+
+QString TvxDictionaryClient::translationOf(QDBusPendingCall &call)
+{
+    call.waitForFinished();
+    return answerOf(call.reply()).toString();
 }
 
 int TvxDictionaryClient::IndexOfLang(const QString &language)

@@ -4,6 +4,8 @@
 
 #include <QtCore/QString>
 #include <QtCore/QVariantList>
+#include <QtDBus/QDBusMessage>
+#include <QtDBus/QDBusPendingCall>
 
 /// A connection to the dictionary manager on the session bus: the six calls
 /// the grid editor makes. Each call waits for the answer; an error the
@@ -25,12 +27,19 @@ public:
                         const QString &text2);
     /// The translation of @p text, or an empty text when there is none.
     QString GetTranslation(const QString &source, const QString &target, const QString &text);
+    /// GetTranslation() sent without waiting, so that many look-ups travel at
+    /// once; translationOf() waits for its answer.
+    QDBusPendingCall GetTranslationAsync(const QString &source, const QString &target, const QString &text);
+    /// The answer of a GetTranslationAsync() call; throws EVexilError as the
+    /// waiting calls do.
+    static QString translationOf(QDBusPendingCall &call);
     void SetVisible(bool visible);
     /// Stores the dictionary; false when the manager could not.
     bool Save();
 
 private:
     QVariant call(const char *method, const QVariantList &args);
+    QDBusMessage message(const char *method, const QVariantList &args) const;
 
     QString m_service;
 };

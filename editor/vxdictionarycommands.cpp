@@ -5,6 +5,8 @@
 
 #include <QtCore/QHash>
 
+#include <deque>
+
 namespace {
 
 // Whether the dictionary knows each language, asked once per command: a
@@ -100,23 +102,51 @@ bool find(TvxGridModel &grid, int row, int column, TvxDictionaryClient &dictiona
 
 int autoTranslate(TvxGridModel &grid, TvxDictionaryClient &dictionary)
 {
+    // Rows are settled one after the other, in order, as the commands have
+    // always done; the look-up of each row's first source text is sent ahead
+    // for the rows coming next, so that the round trips overlap. Look-ups
+    // change nothing, and only the target column is written, which no
+    // look-up of the same column reads: an error stops the command exactly
+    // where waiting for each answer in turn would have stopped it.
+    constexpr int ahead = 256;
     KnownLanguages knows(dictionary);
     int written = 0;
+    const int rows = grid.rowCount();
     for (int t = 1; t < grid.columnCount(); ++t) {
         const QString target = grid.header(t);
-        for (int r = 0; r < grid.rowCount(); ++r) {
-            for (int c = 1; c < grid.columnCount(); ++c) {
-                const QString source = grid.header(c);
-                const QString text = grid.cell(r, c);
-                if (c == t || target.isEmpty() || source.isEmpty() || text.isEmpty() || !knows(source))
-                    continue;
-                const QString answer = dictionary.GetTranslation(source, target, text);
-                if (!answer.isEmpty()) {
-                    if (grid.setCell(r, t, answer))
-                        ++written;
-                    break;
-                }
+        if (target.isEmpty())
+            continue;
+        const auto sourceFrom = [&](int r, int from) {
+            for (int c = from; c < grid.columnCount(); ++c) {
+                if (c != t && !grid.header(c).isEmpty() && !grid.cell(r, c).isEmpty() && knows(grid.header(c)))
+                    return c;
             }
+            return -1;
+        };
+        struct Sent
+        {
+            int source;
+            QDBusPendingCall call;
+        };
+        std::deque<Sent> sent;
+        int next = 0;
+        for (int r = 0; r < rows; ++r) {
+            for (; next < rows && next <= r + ahead; ++next) {
+                const int c = sourceFrom(next, 1);
+                sent.push_back({c, c < 0 ? QDBusPendingCall::fromError(QDBusError())
+                                         : dictionary.GetTranslationAsync(grid.header(c), target, grid.cell(next, c))});
+            }
+            Sent first = std::move(sent.front());
+            sent.pop_front();
+            int c = first.source;
+            QString answer = c < 0 ? QString() : TvxDictionaryClient::translationOf(first.call);
+            while (answer.isEmpty() && c >= 0) {
+                c = sourceFrom(r, c + 1);
+                if (c >= 0)
+                    answer = dictionary.GetTranslation(grid.header(c), target, grid.cell(r, c));
+            }
+            if (!answer.isEmpty() && grid.setCell(r, t, answer))
+                ++written;
         }
     }
     return written;
