@@ -265,6 +265,7 @@ void TvxCustomLang::Loaded()
         Locales()->clear();
     }
     resolveDispatcherName();
+    afterLoaded();
 }
 
 void TvxCustomLang::codeCall()
@@ -751,6 +752,7 @@ void TvxCustomLang::ChangeLanguage()
         applyCategory(stLocales, components);
     if (wanted({stCollections}))
         applyCollections(components);
+    applyVariantTexts();
 
     if (OnChangeLanguage)
         OnChangeLanguage(this);

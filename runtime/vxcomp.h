@@ -198,6 +198,8 @@ public:
     virtual bool MergeAllFromFile(const QString &fileName);
     /// MergeAllFromFile() without applying the language afterwards.
     virtual bool MergeAllFromFileDNC(const QString &fileName);
+    /// Whether @p fileName can be read and holds an entry of this owner.
+    bool fileHasEntries(const QString &fileName) const;
     /// Set while an all-categories load or merge runs (and left set by a
     /// merge of all categories that failed).
     bool BulkLoading() const { return m_bulkLoading; }
@@ -274,6 +276,10 @@ protected:
     /// Called first by every operation application code may call: ends
     /// loading when the call does not come from form-building code.
     void codeCall();
+    /// Runs once, at the end of Loaded(): what a variant adds to loading.
+    virtual void afterLoaded() {}
+    /// Writes what a variant adds to a switch, before listeners are told.
+    virtual void applyVariantTexts() {}
 
     TvxStringList *table(TStringsType type) const
     {

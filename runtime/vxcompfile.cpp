@@ -404,3 +404,16 @@ bool TvxCustomLang::MergeAllFromFileDNC(const QString &fileName)
 {
     return mergeAll(fileName, false);
 }
+
+bool TvxCustomLang::fileHasEntries(const QString &fileName) const
+{
+    if (!QFileInfo(fileName).isFile())
+        return false;
+    try {
+        const TMemIniFile ini(fileName);
+        const QString byName = ownerName() + QLatin1Char('.');
+        return fileHasKeys(ini, filePrefix() + QLatin1Char('.')) || (byName.size() > 1 && fileHasKeys(ini, byName));
+    } catch (const std::exception &) {
+        return false; // unreadable
+    }
+}
