@@ -10,6 +10,7 @@
 #include "vxdictionarycommands.h"
 #include "vxdlgform.h"
 #include "vxgridmodel.h"
+#include "vxvexiltlv.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
@@ -29,6 +30,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QTreeWidget>
 
 #include <malloc.h>
 
@@ -706,6 +708,51 @@ void benchDictionary(Figures &out, const QDir &dir, const QList<int> &sizes, int
 }
 #endif
 
+
+// A tree of n items (a hundred top-level nodes with children) translated by
+// the list- and tree-item component: build its lines, then switch between
+// two languages.
+void benchItems(Figures &out, const QList<int> &sizes, int reps)
+{
+    std::vector<double> switches;
+    for (int n : sizes) {
+        QWidget form;
+        form.setObjectName(QStringLiteral("ItemsForm"));
+        auto *tree = new QTreeWidget(&form);
+        tree->setObjectName(QStringLiteral("tvItems"));
+        QTreeWidgetItem *parent = nullptr;
+        for (int i = 0; i < n; ++i) {
+            if (i % (n / 100) == 0)
+                parent = new QTreeWidgetItem(tree, {englishText(i)});
+            else
+                new QTreeWidgetItem(parent, {englishText(i)});
+        }
+        auto *vx = new TVexilTLV(&form);
+        vx->SetNumLang(2);
+        const double build = timeMs([&] { vx->BuildList(); });
+        QStringList lines = vx->ListView_TreeView_Items()->lines();
+        for (int i = 0; i < lines.size(); ++i)
+            lines[i].replace(QStringLiteral("\t\t\t"), QStringLiteral("\t") + translatedText(2, i) + QStringLiteral("\t"));
+        vx->ListView_TreeView_Items()->setLines(lines);
+        std::vector<double> t;
+        for (int r = -1; r < reps; ++r) {
+            const double ms = timeMs([&] {
+                vx->SetActLang(2);
+                vx->SetActLang(1);
+            });
+            if (r >= 0)
+                t.push_back(ms / 2);
+        }
+        vx->SetActLang(2);
+        if (tree->topLevelItem(0)->text(0) != translatedText(2, 0))
+            qFatal("the tree did not switch");
+        switches.push_back(median(t));
+        out.add(QStringLiteral("tlv_build_%1_ms").arg(n), build);
+        out.add(QStringLiteral("tlv_switch_%1_ms").arg(n), switches.back());
+    }
+    out.add(QStringLiteral("tlv_switch_scaling"), switches.back() / switches.front());
+}
+
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
@@ -713,7 +760,7 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("Fewer repetitions."));
     QCommandLineOption only(QStringLiteral("only"),
-                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey, memory, editor or dictionary."),
+                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey, memory, editor, dictionary or items."),
                             QStringLiteral("group"));
     parser.addOption(quick);
     parser.addOption(only);
@@ -757,6 +804,8 @@ int main(int argc, char *argv[])
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, tmp.path());
         benchEditor(out, {50000, 100000}, reps);
     }
+    if (wanted("items"))
+        benchItems(out, {5000, 10000}, reps);
 #ifdef VEXIL_DICTIONARY_EXE
     if (wanted("dictionary"))
         benchDictionary(out, dir, {5000, 10000}, parser.isSet(quick) ? 1 : 3);

@@ -21,6 +21,8 @@ MainWindow::MainWindow(const QString &translations, QWidget *parent)
 
     // Tables come from the shared translation file; loading happens before
     // the dispatcher pushes its language so that both windows switch at once.
+    ui.vexil->setStorageFile(m_translations);
+    ui.vexil->setStorageDelimiter(QLatin1Char('^')); // the shared file's own delimiter
     ui.vexil->Loaded();
     m_second->vexil()->Loaded();
     ui.vexil->LoadAllFromFileDNC(m_translations, true);
@@ -127,7 +129,8 @@ void MainWindow::editTranslations()
     // The end user's editor on this window's captions; Apply switches the
     // window to the edited texts at once.
     try {
-        TfrmRTEditor::ShowDesigner(ui.vexil, ui.vexil->Captions(), stCaptions);
+        // Applied texts go straight back to the storage file beside the program.
+        ui.vexil->EditProperty(stCaptions);
     } catch (const std::exception &e) {
         QMessageBox::warning(this, windowTitle(), QString::fromLocal8Bit(e.what()));
     }

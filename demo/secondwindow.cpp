@@ -4,5 +4,6 @@ SecondWindow::SecondWindow(QWidget *parent)
     : QWidget(parent, Qt::Window)
 {
     ui.setupUi(this);
+    ui.tvOrders->expandAll();
     connect(ui.btnDone, &QPushButton::clicked, this, &QWidget::close);
 }

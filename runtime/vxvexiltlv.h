@@ -2,6 +2,7 @@
 
 #include "vxcomp.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QSet>
 
 class QTableWidget;
@@ -43,6 +44,7 @@ private:
     void watch(QWidget *view);
     void viewRemoved(const QString &name);
     const QSet<QString> &prefixes() const;
+    QHash<QString, QList<int>> linesByItem() const;
 
     mutable QSet<QString> m_prefixes;   // every key's text before each of its dots
     mutable quint64 m_prefixesFor = ~0ull; // the table version they were taken from
