@@ -28,6 +28,8 @@ public:
     /// Links to the container of that object name, looked for again when
     /// loading ends if it is not built yet.
     void setCommonContainerName(const QString &name);
+    /// The name form code generated from .ui files calls.
+    void setCommonContainer(const QString &name) { setCommonContainerName(name); }
 
     TvxStringList *GetPropListByType(TStringsType type) const override;
 
