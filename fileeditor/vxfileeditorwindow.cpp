@@ -319,7 +319,7 @@ void TfrmFileEditor::openEditor()
         component->SetNumLang(m_info.languageCount);
         QStringList names = m_info.languageNames.mid(0, m_info.languageCount);
         for (int i = int(names.size()); i < m_info.languageCount; ++i)
-            names << QStringLiteral("Language ") + QString::number(i + 1);
+            names << QStringLiteral("LANGUAGE N") + QString::number(i + 1);
         component->SetLangNames(names);
 
         // The form's entries, read as the grid editor's Load reads them.
@@ -356,6 +356,10 @@ void TfrmFileEditor::openEditor()
         m_placeholder->hide();
         m_editorLayout->addWidget(editor);
         editor->show();
+        // Shown inside a visible window, the grid is filled by now;
+        // otherwise once the window is shown (see eventFilter).
+        if (editor->isVisible())
+            editorShown();
     } catch (const std::exception &e) {
         discardEditor();
         showError(QStringLiteral("The texts of %1 in %2 cannot be edited: %3")
@@ -365,18 +369,27 @@ void TfrmFileEditor::openEditor()
 
 bool TfrmFileEditor::eventFilter(QObject *watched, QEvent *event)
 {
-    // The grid is filled when the editor is first shown; what it holds then
-    // is what unapplied changes are measured against.
     if (watched == m_editor && event->type() == QEvent::Show && !m_baselineTaken) {
+        // The editor fills its grid in its own handling of this event.
         QTimer::singleShot(0, this, [this, editor = m_editor] {
-            if (!editor || editor != m_editor || m_baselineTaken)
-                return;
-            m_baseline = editor->model()->lines(tableDelimiter());
-            m_baselineHeaders = editor->model()->languageHeaders();
-            m_baselineTaken = true;
+            if (editor && editor == m_editor && !m_baselineTaken)
+                editorShown();
         });
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+void TfrmFileEditor::editorShown()
+{
+    // The columns carry the file's language names as the file spells them
+    // (the editor would otherwise show the names of an earlier session).
+    TvxGridModel *model = m_editor->model();
+    for (int c = 1; c < model->columnCount() && c <= m_info.languageNames.size(); ++c)
+        model->setHeader(c, m_info.languageNames.at(c - 1));
+    // What the grid holds now is what unapplied changes are measured against.
+    m_baseline = model->lines(tableDelimiter());
+    m_baselineHeaders = model->languageHeaders();
+    m_baselineTaken = true;
 }
 
 bool TfrmFileEditor::hasPendingChanges() const
@@ -456,7 +469,8 @@ bool TfrmFileEditor::saveTable()
 void TfrmFileEditor::removeDroppedEntries()
 {
     // Saving writes every line of the table; entries of the form that the
-    // table no longer has (rows deleted in the grid) are removed here.
+    // table no longer has (rows deleted in the grid) are removed here, in a
+    // second write, so a save that was refused has changed nothing.
     const TvxStringList *table = m_component->GetPropListByType(m_editedKind);
     const QChar delim = tableDelimiter();
     const bool bracketed = m_editedKind == stCollections || m_editedKind == stListView_TreeView_Items;
@@ -477,6 +491,18 @@ void TfrmFileEditor::removeDroppedEntries()
     for (const QString &key : std::as_const(keys)) {
         if (key.startsWith(prefix) && !kept.contains(key.mid(prefix.size()).toUpper())) {
             ini.DeleteKey(section, key);
+            changed = true;
+        }
+    }
+    // Language names are kept upper-cased in a component; a name the user
+    // did not change keeps the spelling the file gave it.
+    const QString names = QStringLiteral("Language names - for internal use only!");
+    for (int i = 0; i < m_info.languageNames.size(); ++i) {
+        const QString ident = QStringLiteral("Language_") + QString::number(i + 1);
+        const QString given = m_info.languageNames.at(i);
+        const QString now = ini.ReadString(names, ident, QString());
+        if (now != given && now == given.toUpper()) {
+            ini.WriteString(names, ident, given);
             changed = true;
         }
     }

@@ -98,6 +98,7 @@ private:
     void showFileState();
     void selectionChanged();
     void openEditor();
+    void editorShown();
     void discardEditor();
     bool settleEditor();
     bool applyEditor();
