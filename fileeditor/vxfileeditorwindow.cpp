@@ -113,9 +113,11 @@ void TfrmFileEditor::createControls()
     setCentralWidget(splitter);
     statusBar();
 
-    connect(m_lvForms, &QListWidget::currentRowChanged, this, [this] { selectionChanged(); });
-    connect(m_lvCategories, &QListWidget::currentRowChanged, this, [this] { selectionChanged(); });
-    connect(m_cbNewCategory, qOverload<int>(&QComboBox::activated), this, &TfrmFileEditor::newCategoryChosen);
+    connect(m_lvForms, &QListWidget::currentRowChanged, this, [this] { guarded([this] { selectionChanged(); }); });
+    connect(m_lvCategories, &QListWidget::currentRowChanged, this,
+            [this] { guarded([this] { selectionChanged(); }); });
+    connect(m_cbNewCategory, qOverload<int>(&QComboBox::activated), this,
+            [this](int index) { guarded([this, index] { newCategoryChosen(index); }); });
 }
 
 QChar TfrmFileEditor::tableDelimiter() const
@@ -345,7 +347,7 @@ void TfrmFileEditor::openEditor()
         editor->installEventFilter(this);
         connect(editor, &QDialog::finished, this, [this, editor] {
             if (editor == m_editor && !m_settling)
-                editorFinished();
+                guarded([this] { editorFinished(); });
         });
         m_owner = std::move(owner);
         m_component = component;
@@ -545,10 +547,25 @@ void TfrmFileEditor::openClick()
 
 void TfrmFileEditor::closeEvent(QCloseEvent *event)
 {
-    if (closeFile())
+    bool closed = false;
+    guarded([this, &closed] { closed = closeFile(); });
+    if (closed)
         event->accept();
     else
         event->ignore();
+}
+
+template<typename F>
+void TfrmFileEditor::guarded(F &&command)
+{
+    // Nothing thrown may leave a Qt event handler: it becomes a message.
+    try {
+        command();
+    } catch (const std::exception &e) {
+        showError(errorText(e));
+    } catch (...) {
+        showError(QStringLiteral("The command failed."));
+    }
 }
 
 void TfrmFileEditor::showError(const QString &message)

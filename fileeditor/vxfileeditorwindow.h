@@ -107,6 +107,8 @@ private:
     void editorFinished();
     void newCategoryChosen(int index);
     void showError(const QString &message);
+    template<typename F>
+    void guarded(F &&command);
     QChar tableDelimiter() const;
 
     TvxTranslationFileInfo m_info;
