@@ -1,5 +1,6 @@
 // vexil-dictionary: the translation memory that the grid editor's dictionary
 // commands talk to on the session bus.
+#include "vxbusprogram.h"
 #include "vxdicmngrservice.h"
 #include "vxdictstore.h"
 #include "vxdictwindow.h"
@@ -9,7 +10,6 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QSocketNotifier>
 #include <QtCore/QStandardPaths>
-#include <QtCore/QTimer>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusConnectionInterface>
 #include <QtWidgets/QApplication>
@@ -62,12 +62,7 @@ void printError(const QString &message)
 
 int main(int argc, char *argv[])
 {
-#ifdef Q_OS_LINUX
-    // Started by the bus without a display, the service still answers.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY")
-        && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-#endif
+    Vexil::BusProgram::useOffscreenWithoutDisplay();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vexil-dictionary"));
     QApplication::setApplicationVersion(QStringLiteral(VEXIL_VERSION));
@@ -141,14 +136,8 @@ int main(int argc, char *argv[])
 #ifdef Q_OS_UNIX
     watchTermination(&app);
 #endif
-    // When the session bus ends (the user's session, a test's private bus),
-    // nobody can reach the manager any more: it ends too, saving nothing.
-    QTimer busWatch;
-    QObject::connect(&busWatch, &QTimer::timeout, &app, [&bus] {
-        if (!bus.isConnected())
-            QCoreApplication::exit(0);
-    });
-    busWatch.start(1000);
+    // When the session bus ends, the manager ends too, saving nothing.
+    Vexil::BusProgram::endWithSessionBus(bus, &app);
     if (parser.isSet(showOption))
         window.show();
 
