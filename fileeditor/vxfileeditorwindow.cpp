@@ -313,7 +313,7 @@ void TfrmFileEditor::openEditor()
     try {
         auto owner = std::make_unique<QWidget>();
         owner->setObjectName(form);
-        auto *component = new TvxFileTables(owner.get());
+        auto *component = new TVexilTLV(owner.get());
         component->setObjectName(QStringLiteral("Vexil1"));
         component->Loaded();
         const QChar delim = tableDelimiter();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxcomp.h"
+#include "vxvexiltlv.h"
 #include "vxrteditor.h"
 #include "vxtranslationfileinfo.h"
 
@@ -13,22 +14,6 @@ class QComboBox;
 class QLabel;
 class QListWidget;
 class QVBoxLayout;
-
-/// The translation component the file editor edits with: it publishes all
-/// twelve tables, so every category of a file can be opened.
-class TvxFileTables : public TVexil
-{
-    Q_OBJECT
-    Q_PROPERTY(QStringList ListView_TreeView_Items READ itemLines WRITE setItemLines)
-public:
-    explicit TvxFileTables(QWidget *owner) : TVexil(owner) {}
-    QStringList itemLines() const { return table(stListView_TreeView_Items)->lines(); }
-    void setItemLines(const QStringList &l)
-    {
-        FormWrite w(this);
-        SetTable(stListView_TreeView_Items, l);
-    }
-};
 
 /// The main window of `vexil-editor`: one translation file, the forms and
 /// categories it holds, and the grid editor on the table of the chosen form
@@ -120,7 +105,7 @@ private:
     bool m_updatingLists = false;
     // The session of the table being edited.
     std::unique_ptr<QWidget> m_owner;
-    QPointer<TvxFileTables> m_component;
+    QPointer<TVexilTLV> m_component;
     QPointer<TfrmRTEditor> m_editor;
     QString m_editedForm;
     TStringsType m_editedKind = stCaptions;
