@@ -371,7 +371,9 @@ void TfrmFileEditor::openEditor()
 
 bool TfrmFileEditor::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_editor && event->type() == QEvent::Show && !m_baselineTaken) {
+    // The type first: a closing editor sends events while it is no longer a
+    // TfrmRTEditor, and the guarded pointer must not be read then.
+    if (event->type() == QEvent::Show && !m_baselineTaken && watched == m_editor) {
         // The editor fills its grid in its own handling of this event.
         QTimer::singleShot(0, this, [this, editor = m_editor] {
             if (editor && editor == m_editor && !m_baselineTaken)
