@@ -626,15 +626,6 @@ void benchEditor(Figures &out, const QList<int> &sizes, int reps)
 // knows in the other two.
 void benchDictionary(Figures &out, const QDir &dir, const QList<int> &sizes, int reps)
 {
-    // Without a session bus, one of our own for the run.
-    QProcess bus;
-    if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
-        bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                                                  QStringLiteral("--print-address=1")});
-        if (!bus.waitForReadyRead(10000))
-            qFatal("cannot start a session bus");
-        qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
-    }
     const QString name = QStringLiteral("org.vexil.bench.dict%1").arg(QCoreApplication::applicationPid());
     QProcess manager;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -701,12 +692,21 @@ void benchDictionary(Figures &out, const QDir &dir, const QList<int> &sizes, int
     out.add(QStringLiteral("dict_autotranslate_scaling"), times.back() / times.front());
     manager.terminate();
     manager.waitForFinished(5000);
-    if (bus.state() == QProcess::Running) {
-        bus.terminate();
-        bus.waitForFinished(5000);
-    }
 }
 #endif
+
+// Without a session bus, one of our own for the run. It must exist before
+// anything asks for the bus: Qt connects to it once per process.
+void ensureSessionBus(QProcess &bus)
+{
+    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
+        return;
+    bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                                              QStringLiteral("--print-address=1")});
+    if (!bus.waitForReadyRead(10000))
+        qFatal("cannot start a session bus");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
+}
 
 
 // A tree of n items (a hundred top-level nodes with children) translated by
@@ -770,6 +770,8 @@ int main(int argc, char *argv[])
     QTemporaryDir tmp;
     const QDir dir(tmp.path());
     Figures out;
+    QProcess bus;
+    ensureSessionBus(bus);
 
     const QString group = parser.value(only);
     auto wanted = [&group](const char *name) { return group.isEmpty() || group == QLatin1String(name); };
@@ -813,5 +815,10 @@ int main(int argc, char *argv[])
 
     for (const auto &line : std::as_const(out.lines))
         std::printf("%s: %s\n", qPrintable(line.first), qPrintable(line.second));
+    std::fflush(stdout);
+    if (bus.state() == QProcess::Running) {
+        bus.terminate();
+        bus.waitForFinished(5000);
+    }
     return 0;
 }
