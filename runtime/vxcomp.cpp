@@ -245,6 +245,27 @@ TvxCustomLang *TvxCustomLang::componentOf(const QObject *owner)
     return registry().value(owner);
 }
 
+TvxCustomLang *TvxCustomLang::formComponent(const char *formName)
+{
+    const QString name = QString::fromUtf8(formName);
+    if (!name.isEmpty()) {
+        const auto &owners = registry();
+        for (auto it = owners.cbegin(); it != owners.cend(); ++it) {
+            if (it.key()->objectName() == name)
+                return it.value();
+        }
+    }
+    // One hidden component without owner stands in for a missing form, so
+    // that generated calls never dereference a null pointer.
+    static QPointer<TvxCustomLang> empty;
+    if (!empty) {
+        empty = new TvxCustomLang(static_cast<QObject *>(nullptr));
+        if (QCoreApplication *app = QCoreApplication::instance())
+            QObject::connect(app, &QCoreApplication::aboutToQuit, empty.data(), &QObject::deleteLater);
+    }
+    return empty.data();
+}
+
 bool TvxCustomLang::isLoading() const
 {
     return m_loadWatcher && m_loadWatcher->isLoading();

@@ -11,6 +11,10 @@
 #include <QtCore/QVariantList>
 #include <QtWidgets/QWidget>
 
+/// The translation component of the form named @p form (an identifier, not a
+/// string), looked up at run time; see TvxCustomLang::formComponent().
+#define VEXIL_FORM(form) (::TvxCustomLang::formComponent(#form))
+
 #include <functional>
 #include <memory>
 
@@ -57,6 +61,12 @@ public:
 
     /// The translation component of @p owner, or nullptr.
     static TvxCustomLang *componentOf(const QObject *owner);
+    /// The translation component of the live form whose object name is
+    /// @p formName (UTF-8). Never nullptr: without such a form or component
+    /// it is a shared empty component, whose look-ups give empty texts.
+    /// Code outside a form's own unit fetches its strings through this
+    /// (written there as VEXIL_FORM(Form1)).
+    static TvxCustomLang *formComponent(const char *formName);
 
     /// The form or object whose components this component translates.
     QObject *owner() const { return m_owner; }
@@ -154,6 +164,9 @@ public:
     QString GetTextFrom(const TvxStringList *list, const QString &id, bool useDefault) const;
     /// GetTextFrom() on Strings() without default.
     QString GetText(const QString &id) const { return GetTextFrom(Strings(), id, false); }
+    /// GetText() for an identifier written as a literal (UTF-8), so that the
+    /// calls the expert writes compile with QT_NO_CAST_FROM_ASCII.
+    QString GetText(const char *id) const { return GetText(QString::fromUtf8(id)); }
     /// GetTextFrom() on Strings() with default.
     QString GetTextOrDefault(const QString &id) const { return GetTextFrom(Strings(), id, true); }
     QString GetTextbyInt(int id) const { return GetText(QString::number(id)); }
