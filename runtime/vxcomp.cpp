@@ -257,11 +257,11 @@ TvxCustomLang *TvxCustomLang::formComponent(const char *formName)
     }
     // One hidden component without owner stands in for a missing form, so
     // that generated calls never dereference a null pointer.
+    // It goes with the application object, as every widget must.
     static QPointer<TvxCustomLang> empty;
     if (!empty) {
         empty = new TvxCustomLang(static_cast<QObject *>(nullptr));
-        if (QCoreApplication *app = QCoreApplication::instance())
-            QObject::connect(app, &QCoreApplication::aboutToQuit, empty.data(), &QObject::deleteLater);
+        qAddPostRoutine([] { delete empty.data(); });
     }
     return empty.data();
 }
