@@ -371,7 +371,10 @@ void TfrmFileEditor::openEditor()
 
 bool TfrmFileEditor::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_editor && event->type() == QEvent::Show && !m_baselineTaken) {
+    // The type test comes first: an editor being destroyed sends events
+    // while it is no longer a TfrmRTEditor, and reading the guarded
+    // pointer then would cast it to one.
+    if (event->type() == QEvent::Show && !m_baselineTaken && watched == m_editor) {
         // The editor fills its grid in its own handling of this event.
         QTimer::singleShot(0, this, [this, editor = m_editor] {
             if (editor && editor == m_editor && !m_baselineTaken)

@@ -154,6 +154,8 @@ private:
     QDesignerTaskMenuExtension *taskMenu(QWidget *component) const;
 
     QDesignerFormEditorInterface *m_core = nullptr;
+    QObject *m_taskMenu = nullptr;
+    QObject *m_integration = nullptr;
     QDesignerFormWindowInterface *m_form = nullptr;
     std::unique_ptr<QTemporaryDir> m_dir;
 };
@@ -165,8 +167,8 @@ void TestDesignerPlugin::initTestCase()
     QCoreApplication::addLibraryPath(QStringLiteral(VEXIL_PLUGIN_DIR));
     m_core = QDesignerComponents::createFormEditor(this);
     QVERIFY(m_core);
-    QDesignerComponents::createTaskMenu(m_core, this);
-    new QDesignerIntegration(m_core, this);
+    m_taskMenu = QDesignerComponents::createTaskMenu(m_core, this);
+    m_integration = new QDesignerIntegration(m_core, this);
     QDesignerComponents::initializePlugins(m_core);
 }
 
@@ -188,6 +190,9 @@ void TestDesignerPlugin::cleanup()
 
 void TestDesignerPlugin::cleanupTestCase()
 {
+    // Designer's pieces go before the core they use.
+    delete m_integration;
+    delete m_taskMenu;
     delete m_core;
     m_core = nullptr;
 }
