@@ -11,6 +11,7 @@
 #include "vxpropinfolist.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QSet>
 #include <QtGui/QAction>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QMainWindow>
@@ -55,6 +56,14 @@ QByteArray dynamicClassName(const QObject *object)
 #endif
 }
 
+// The top widgets of forms open in a form designer: Qt's own classes
+// embedded in the designer's window, each a form of its own all the same.
+QSet<const QWidget *> &designedFormRoots()
+{
+    static QSet<const QWidget *> roots;
+    return roots;
+}
+
 // Qt reserves class names of a "Q" and a capital for itself.
 bool isQtClassName(const QByteArray &name)
 {
@@ -66,7 +75,7 @@ bool isQtClassName(const QByteArray &name)
 // classes, such as a form class that runs its own setupUi().
 bool isFormRoot(const QWidget *widget)
 {
-    return widget->isWindow() || qobject_cast<const QMainWindow *>(widget) || qobject_cast<const QDialog *>(widget)
+    return widget->isWindow() || designedFormRoots().contains(widget) || qobject_cast<const QMainWindow *>(widget) || qobject_cast<const QDialog *>(widget)
         || !isQtClassName(dynamicClassName(widget));
 }
 
@@ -238,6 +247,24 @@ TvxCustomLang::~TvxCustomLang()
         owners.erase(it);
         ++TvxFormWatch::componentsGeneration();
     }
+}
+
+void TvxCustomLang::markDesignedForm(QWidget *form)
+{
+    if (!form || designedFormRoots().contains(form))
+        return;
+    designedFormRoots().insert(form);
+    QObject::connect(form, &QObject::destroyed, [form] { designedFormRoots().remove(form); });
+}
+
+QString TvxCustomLang::formClassName(const QObject *owner)
+{
+    if (!owner)
+        return QString();
+    if (owner->isWidgetType() && designedFormRoots().contains(static_cast<const QWidget *>(owner))
+        && !owner->objectName().isEmpty())
+        return owner->objectName();
+    return QString::fromLatin1(owner->metaObject()->className());
 }
 
 TvxCustomLang *TvxCustomLang::componentOf(const QObject *owner)
@@ -735,7 +762,7 @@ void TvxCustomLang::applyFormTexts(QWidget *form)
             ? QString()
             : GetStringValue(CharSets(), form->objectName(), m_activeLanguage);
         if (charSet.isEmpty())
-            charSet = GetStringValue(CharSets(), QString::fromLatin1(form->metaObject()->className()), m_activeLanguage);
+            charSet = GetStringValue(CharSets(), formClassName(form), m_activeLanguage);
         TvxPropAccess::applyFont(form, family, Vexil::charSetValue(charSet));
     }
 }
@@ -991,7 +1018,7 @@ void TvxCustomLang::BuildList()
 
 void TvxCustomLang::buildFormLines(QWidget *form)
 {
-    const QString key = QString::fromLatin1(form->metaObject()->className());
+    const QString key = formClassName(form);
     auto place = [&](TvxStringList *list, const QString &value) {
         const QString line = newLine(key, value);
         if (list->isEmpty())

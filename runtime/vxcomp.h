@@ -67,6 +67,14 @@ public:
     /// Code outside a form's own unit fetches its strings through this
     /// (written there as VEXIL_FORM(Form1)).
     static TvxCustomLang *formComponent(const char *formName);
+    /// Makes @p form the owner of components created inside it, although it
+    /// is an instance of one of Qt's own classes embedded in another window:
+    /// the top widget of a form open in a form designer.
+    static void markDesignedForm(QWidget *form);
+    /// The class name under which @p owner's own lines are keyed: its
+    /// class, or for a form open in a form designer the form's class as its
+    /// form file names it (the top widget's object name).
+    static QString formClassName(const QObject *owner);
 
     /// The form or object whose components this component translates.
     QObject *owner() const { return m_owner; }

@@ -83,7 +83,7 @@ QString TvxCustomLang::ownerName() const
 
 QString TvxCustomLang::ownerClassName() const
 {
-    return m_owner ? QString::fromLatin1(m_owner->metaObject()->className()) : QString();
+    return formClassName(m_owner);
 }
 
 QString TvxCustomLang::filePrefix() const

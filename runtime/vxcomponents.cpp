@@ -126,7 +126,7 @@ TvxComponentList::TvxComponentList(QObject *owner)
 {
     if (!owner)
         return;
-    m_ownerClass = QString::fromLatin1(owner->metaObject()->className());
+    m_ownerClass = TvxCustomLang::formClassName(owner);
     m_fingerprint = qHashMulti(0, quintptr(owner), quintptr(owner->metaObject()));
     collect(owner);
 }
