@@ -1,6 +1,6 @@
 #include "vxdictionaryclient.h"
 
-#include "vxerrors.h"
+#include "vxbusservice.h"
 
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
@@ -8,6 +8,7 @@
 namespace {
 
 const QString interfaceName = QStringLiteral("dicmngr.TVexilDicMngr");
+const QString managerName = QStringLiteral("Dictionary manager");
 
 } // namespace
 
@@ -18,29 +19,12 @@ TvxDictionaryClient::TvxDictionaryClient(const QString &service)
 
 QDBusMessage TvxDictionaryClient::message(const char *method, const QVariantList &args) const
 {
-    if (!QDBusConnection::sessionBus().isConnected())
-        throw EVexilError(QStringLiteral("The dictionary manager cannot be reached: there is no session bus."));
-    QDBusMessage message = QDBusMessage::createMethodCall(m_service, QStringLiteral("/"), interfaceName,
-                                                          QLatin1String(method));
-    message.setArguments(args);
-    return message;
+    return Vexil::busMethodCall(m_service, interfaceName, method, args);
 }
-
-namespace {
-
-QVariant answerOf(const QDBusMessage &reply)
-{
-    if (reply.type() == QDBusMessage::ErrorMessage)
-        throw EVexilError(QStringLiteral("Dictionary manager: %1").arg(reply.errorMessage()));
-    const QList<QVariant> values = reply.arguments();
-    return values.isEmpty() ? QVariant() : values.first();
-}
-
-} // namespace
 
 QVariant TvxDictionaryClient::call(const char *method, const QVariantList &args)
 {
-    return answerOf(QDBusConnection::sessionBus().call(message(method, args)));
+    return Vexil::busReplyValue(QDBusConnection::sessionBus().call(message(method, args)), managerName);
 }
 
 QDBusPendingCall TvxDictionaryClient::GetTranslationAsync(const QString &source, const QString &target,
@@ -52,7 +36,7 @@ QDBusPendingCall TvxDictionaryClient::GetTranslationAsync(const QString &source,
 QString TvxDictionaryClient::translationOf(QDBusPendingCall &call)
 {
     call.waitForFinished();
-    return answerOf(call.reply()).toString();
+    return Vexil::busReplyValue(call.reply(), managerName).toString();
 }
 
 int TvxDictionaryClient::IndexOfLang(const QString &language)

@@ -8,7 +8,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
 #include <QtDBus/QDBusConnection>
-#include <QtDBus/QDBusMessage>
 #include <QtWidgets/QApplication>
 
 namespace {
@@ -26,14 +25,8 @@ QByteArray digest(const QString &fileName)
 
 QVariant callEditor(const QString &service, const char *method, const QVariantList &args)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(service, QStringLiteral("/"),
-                                                          QStringLiteral("VXLEditor.VxlEditorIntf"),
-                                                          QLatin1String(method));
-    message.setArguments(args);
-    const QDBusMessage reply = QDBusConnection::sessionBus().call(message);
-    if (reply.type() == QDBusMessage::ErrorMessage)
-        throw EVexilError(QStringLiteral("Translation editor: %1").arg(reply.errorMessage()));
-    return reply.arguments().value(0);
+    const QDBusMessage message = Vexil::busMethodCall(service, QStringLiteral("VXLEditor.VxlEditorIntf"), method, args);
+    return Vexil::busReplyValue(QDBusConnection::sessionBus().call(message), QStringLiteral("Translation editor"));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // The grid editor's dictionary commands against the real dictionary
 // manager program on the tests' session bus.
-#include "dialogdriver.h"
+#include "editorforms.h"
 #include "dictionarymanager.h"
 #include "vxbusservice.h"
 #include "vxcomp.h"
@@ -19,34 +19,7 @@
 
 #include <memory>
 
-class TForm1 : public QWidget
-{
-    Q_OBJECT
-public:
-    TForm1()
-    {
-        setObjectName(QStringLiteral("Form1"));
-        vx = new TVexil(this);
-        vx->SetNumLang(3);
-    }
-    TVexil *vx;
-};
-
 namespace {
-
-QToolButton *tool(QWidget *form, const char *name)
-{
-    return form->findChild<QToolButton *>(QLatin1String(name));
-}
-
-void answer(const char *button, QString *message = nullptr)
-{
-    onNextModal([button, message](QWidget *box) {
-        if (message)
-            *message = box->findChild<QLabel *>(QStringLiteral("Message"))->text();
-        QTest::mouseClick(box->findChild<QPushButton *>(QLatin1String(button)), Qt::LeftButton);
-    });
-}
 
 // An editor on the owner's strings with named language columns.
 std::unique_ptr<TDlgForm> editor(TForm1 &owner, const QStringList &lines,

@@ -1,6 +1,6 @@
 // The grid editor forms driven as a user drives them: keys, header clicks,
 // menus, modal questions answered, real files and settings.
-#include "dialogdriver.h"
+#include "editorforms.h"
 #include "vxcomp.h"
 #include "vxdlgform.h"
 #include "vxgridheader.h"
@@ -29,43 +29,7 @@
 
 #include <memory>
 
-class TForm1 : public QWidget
-{
-    Q_OBJECT
-public:
-    TForm1()
-    {
-        setObjectName(QStringLiteral("Form1"));
-        vx = new TVexil(this);
-        vx->setObjectName(QStringLiteral("Vexil1"));
-        vx->SetNumLang(3);
-    }
-    TVexil *vx;
-};
-
 namespace {
-
-QPushButton *buttonNamed(QWidget *dialog, const char *name)
-{
-    return dialog->findChild<QPushButton *>(QLatin1String(name));
-}
-
-// Answers the next question box with the button @p name and notes its text.
-void answer(const char *name, QString *message = nullptr)
-{
-    onNextModal([name, message](QWidget *box) {
-        if (message) {
-            if (auto *label = box->findChild<QLabel *>(QStringLiteral("Message")))
-                *message = label->text();
-        }
-        QTest::mouseClick(buttonNamed(box, name), Qt::LeftButton);
-    });
-}
-
-QToolButton *tool(QWidget *form, const char *name)
-{
-    return form->findChild<QToolButton *>(QLatin1String(name));
-}
 
 QAction *action(QWidget *form, const char *name)
 {

@@ -2,6 +2,7 @@
 // on the session bus and waiting: the editor is the real editor window and
 // bus object, here in the test's own process, finished through its own
 // Apply and Cancel commands.
+#include "editorforms.h"
 #include "vxfileeditorservice.h"
 #include "vxfileeditorwindow.h"
 #include "vxgridmodel.h"
@@ -18,26 +19,7 @@
 
 #include <functional>
 
-class TOrders : public QWidget
-{
-    Q_OBJECT
-public:
-    TOrders()
-    {
-        setObjectName(QStringLiteral("Orders"));
-        button = new QPushButton(QStringLiteral("Send"), this);
-        button->setObjectName(QStringLiteral("btnSend"));
-    }
-    QPushButton *button;
-};
-
 namespace {
-
-QByteArray contents(const QString &file)
-{
-    QFile f(file);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 // Once the editor shows the form's table, runs @p finish on it.
 void whenEditing(TfrmFileEditor &window, std::function<void(TfrmRTEditor *)> finish)

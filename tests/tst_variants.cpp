@@ -1,7 +1,7 @@
 // The run-time variants of the translation component: storage file and
 // run-time editor, the external editor's hand-over, the shared container of
 // dialog texts, and list and tree items.
-#include "dialogdriver.h"
+#include "editorforms.h"
 #include "vxerrors.h"
 #include "vxgridmodel.h"
 #include "vxrteditor.h"
@@ -24,26 +24,7 @@
 
 #include <memory>
 
-class TOrders : public QWidget
-{
-    Q_OBJECT
-public:
-    TOrders()
-    {
-        setObjectName(QStringLiteral("Orders"));
-        button = new QPushButton(QStringLiteral("Send"), this);
-        button->setObjectName(QStringLiteral("btnSend"));
-    }
-    QPushButton *button;
-};
-
 namespace {
-
-QByteArray contents(const QString &file)
-{
-    QFile f(file);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 void write(const QString &file, const QByteArray &bytes)
 {
