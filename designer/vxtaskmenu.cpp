@@ -3,6 +3,7 @@
 #include "vxcomp.h"
 #include "vxdlgform.h"
 #include "vxerrors.h"
+#include "vxnottranslate.h"
 #include "vxstringlist.h"
 #include "vxvexiltlv.h"
 
@@ -84,6 +85,10 @@ TvxTaskMenu::TvxTaskMenu(TvxCustomLang *component, QObject *parent) : QObject(pa
         connect(action, &QAction::triggered, this, [this, i] { runVerb(i); });
         m_actions << action;
     }
+    // Stands in for the editor behind the do-not-translate list.
+    auto *exclude = new QAction(QStringLiteral("E&xclude components..."), this);
+    connect(exclude, &QAction::triggered, this, &TvxTaskMenu::editDoNotTranslate);
+    m_actions << exclude;
 }
 
 QAction *TvxTaskMenu::preferredEditAction() const
@@ -95,7 +100,7 @@ void TvxTaskMenu::runVerb(int index)
 {
     // Called from Designer's menu: nothing may be thrown back into it.
     TvxCustomLang *component = m_component;
-    if (!component || index < 0 || index >= m_actions.size())
+    if (!component || index < 0 || index >= m_actions.size() - 1)
         return;
     try {
         const Verb &verb = verbAt(index);
@@ -129,12 +134,44 @@ void TvxTaskMenu::runVerb(int index)
         }
         component->ChangeLanguage();
     } catch (const EVexilError &error) {
-        QMessageBox::warning(component->window(), QString::fromLatin1(component->metaObject()->className()),
-                             error.message());
+        reportError(component, error.message());
     } catch (const std::exception &error) {
-        QMessageBox::warning(component->window(), QString::fromLatin1(component->metaObject()->className()),
-                             QString::fromLocal8Bit(error.what()));
+        reportError(component, QString::fromLocal8Bit(error.what()));
     }
+}
+
+void TvxTaskMenu::editDoNotTranslate()
+{
+    TvxCustomLang *component = m_component;
+    if (!component)
+        return;
+    try {
+        QStringList names;
+        if (!TfrmNotTranslate::Execute(component, &names, component->window()))
+            return;
+        if (!m_component)
+            return;
+        const QString property = QStringLiteral("DoNotTranslate");
+        // The list goes in as an undoable property change (the component
+        // upper-cases it and drops repeats as it is set) and the form is
+        // modified, like after any applied edit.
+        QDesignerFormWindowInterface *formWindow = QDesignerFormWindowInterface::findFormWindow(component);
+        if (formWindow && designerStores(formWindow, component, property))
+            formWindow->cursor()->setWidgetProperty(component, property, names);
+        else
+            component->SetDoNotList(names);
+        if (formWindow)
+            formWindow->setDirty(true);
+    } catch (const EVexilError &error) {
+        reportError(component, error.message());
+    } catch (const std::exception &error) {
+        reportError(component, QString::fromLocal8Bit(error.what()));
+    }
+}
+
+void TvxTaskMenu::reportError(TvxCustomLang *component, const QString &message)
+{
+    QMessageBox::warning(component->window(), QString::fromLatin1(component->metaObject()->className()), message);
 }
 
 TvxTaskMenuFactory::TvxTaskMenuFactory(QExtensionManager *parent) : QExtensionFactory(parent) {}

@@ -24,10 +24,15 @@ public:
     QAction *preferredEditAction() const override;
     QList<QAction *> taskActions() const override { return m_actions; }
 
-    /// Runs verb @p index (0 to taskActions().size() - 1).
+    /// Runs the table verb @p index (0 to taskActions().size() - 2).
     void runVerb(int index);
+    /// The last verb: the do-not-translate dialog; OK writes the new list
+    /// into the form.
+    void editDoNotTranslate();
 
 private:
+    static void reportError(TvxCustomLang *component, const QString &message);
+
     QPointer<TvxCustomLang> m_component;
     QList<QAction *> m_actions;
 };

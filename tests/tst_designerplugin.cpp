@@ -26,6 +26,7 @@
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QListWidget>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
@@ -49,6 +50,7 @@ const QStringList verbTexts{
     QStringLiteral("System locales Editor..."), QStringLiteral("CharSet Editor..."),
     QStringLiteral("Collections Editor..."),
 };
+const QString excludeVerb = QStringLiteral("E&xclude components...");
 
 // A plain widget form with a button and a translation component of
 // @p vexilClass in two languages.
@@ -148,6 +150,7 @@ private Q_SLOTS:
     void appliedEditGoesIntoTheSavedFormAndUndo();
     void cancelledEditChangesNothing();
     void secondTranslationComponentGivesAPlaceholder();
+    void excludedComponentsGoIntoTheSavedForm();
 
 private:
     QDesignerFormWindowInterface *openForm(const QString &ui);
@@ -289,7 +292,7 @@ void TestDesignerPlugin::verbsOfTheTranslationComponents()
             texts << action->text();
             QVERIFY(action->isEnabled());
         }
-        QCOMPARE(texts, verbTexts);
+        QCOMPARE(texts, verbTexts + QStringList{excludeVerb});
         QCOMPARE(menu->preferredEditAction(), menu->taskActions().first());
         // Other widgets on the form have no such verbs.
         QDesignerTaskMenuExtension *buttonMenu = taskMenu(form->mainContainer()->findChild<QPushButton *>());
@@ -304,7 +307,7 @@ void TestDesignerPlugin::verbsOfTheTranslationComponents()
         QVERIFY(form);
         QDesignerTaskMenuExtension *menu = taskMenu(form->mainContainer()->findChild<TVexilLinked *>());
         QVERIFY(menu);
-        QCOMPARE(menu->taskActions().size(), verbTexts.size());
+        QCOMPARE(menu->taskActions().size(), verbTexts.size() + 1);
         for (int i = 0; i < verbTexts.size(); ++i)
             QCOMPARE(menu->taskActions().at(i)->isEnabled(), i != 6 && i != 8);
         cleanup();
@@ -316,14 +319,16 @@ void TestDesignerPlugin::verbsOfTheTranslationComponents()
         QVERIFY(form);
         QDesignerTaskMenuExtension *menu = taskMenu(form->mainContainer()->findChild<TVexilTLV *>());
         QVERIFY(menu);
-        QCOMPARE(menu->taskActions().size(), verbTexts.size() + 1);
-        QCOMPARE(menu->taskActions().last()->text(), QStringLiteral("ListView_TreeView_&Items Editor..."));
+        QCOMPARE(menu->taskActions().size(), verbTexts.size() + 2);
+        QAction *items = menu->taskActions().at(verbTexts.size());
+        QCOMPARE(items->text(), QStringLiteral("ListView_TreeView_&Items Editor..."));
+        QCOMPARE(menu->taskActions().last()->text(), excludeVerb);
         QString caption;
         onNextModal([&caption](QWidget *editor) {
             caption = editor->windowTitle();
             QTest::mouseClick(tool(editor, "sbCancel"), Qt::LeftButton);
         });
-        menu->taskActions().last()->trigger();
+        items->trigger();
         QCOMPARE(caption, QStringLiteral("TVexil.ListView_TreeView_Items Editor"));
     }
 }
@@ -427,6 +432,91 @@ void TestDesignerPlugin::secondTranslationComponentGivesAPlaceholder()
     delete second;
     // The first one still translates the form.
     QCOMPARE(TvxCustomLang::componentOf(form->mainContainer()), form->mainContainer()->findChild<TVexil *>());
+}
+
+namespace {
+
+QStringList itemTexts(const QListWidget *list)
+{
+    QStringList texts;
+    for (int i = 0; i < list->count(); ++i)
+        texts << list->item(i)->text();
+    return texts;
+}
+
+void doubleClick(QListWidget *list, int row)
+{
+    list->scrollToItem(list->item(row));
+    const QRect rect = list->visualItemRect(list->item(row));
+    // A real double click starts with a click, which selects the item.
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, rect.center());
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, rect.center());
+}
+
+} // namespace
+
+void TestDesignerPlugin::excludedComponentsGoIntoTheSavedForm()
+{
+    // A form whose component already leaves the button alone (written in
+    // lower case: the list compares names upper-cased).
+    QString ui = formUi(QStringLiteral("TVexil"), QStringLiteral("vxcomp.h"));
+    ui.replace(QStringLiteral("<number>2</number></property>"),
+               QStringLiteral("<number>2</number></property>\n"
+                              "   <property name=\"DoNotTranslate\"><stringlist><string>pushButton</string></stringlist></property>"));
+    ui.replace(QStringLiteral("  <widget class=\"%1\" name=\"Vexil1\">").arg(QStringLiteral("TVexil")),
+               QStringLiteral("  <widget class=\"QLineEdit\" name=\"lineEdit\"/>\n"
+                              "  <widget class=\"QLabel\" name=\"label\"/>\n"
+                              "  <widget class=\"TVexil\" name=\"Vexil1\">"));
+    QDesignerFormWindowInterface *form = openForm(ui);
+    QVERIFY(form);
+    auto *vexil = form->mainContainer()->findChild<TVexil *>();
+    QVERIFY(vexil);
+    QCOMPARE(vexil->DoNotTranslate()->lines(), QStringList{QStringLiteral("PUSHBUTTON")});
+    const int commands = form->commandHistory()->count();
+
+    // Cancel after moving everything changes nothing.
+    QStringList left, right;
+    onNextModal([&](QWidget *dialog) {
+        auto *comps = dialog->findChild<QListWidget *>(QStringLiteral("lbComps"));
+        auto *selected = dialog->findChild<QListWidget *>(QStringLiteral("lbSelected"));
+        left = itemTexts(comps);
+        right = itemTexts(selected);
+        QTest::mouseClick(dialog->findChild<QToolButton *>(QStringLiteral("sbAddAll")), Qt::LeftButton);
+        QTest::mouseClick(dialog->findChild<QPushButton *>(QStringLiteral("btCancel")), Qt::LeftButton);
+    });
+    taskMenu(vexil)->taskActions().last()->trigger();
+    QCOMPARE(right, QStringList{QStringLiteral("PUSHBUTTON")});
+    QVERIFY2(left.contains(QLatin1String("LINEEDIT")) && left.contains(QLatin1String("LABEL")),
+             qPrintable(left.join(QLatin1Char(','))));
+    QVERIFY(!left.contains(QLatin1String("PUSHBUTTON")));
+    QVERIFY(!left.contains(QLatin1String("VEXIL1")));
+    QCOMPARE(form->commandHistory()->count(), commands);
+    QCOMPARE(vexil->DoNotTranslate()->lines(), QStringList{QStringLiteral("PUSHBUTTON")});
+
+    // ">" moves the selection to the end of the right list, a double click
+    // on the right moves an item back; OK writes the list into the form.
+    onNextModal([&](QWidget *dialog) {
+        auto *comps = dialog->findChild<QListWidget *>(QStringLiteral("lbComps"));
+        auto *selected = dialog->findChild<QListWidget *>(QStringLiteral("lbSelected"));
+        comps->clearSelection();
+        comps->findItems(QStringLiteral("LABEL"), Qt::MatchExactly).first()->setSelected(true);
+        QTest::mouseClick(dialog->findChild<QToolButton *>(QStringLiteral("sbAdd")), Qt::LeftButton);
+        doubleClick(selected, 0);
+        left = itemTexts(comps);
+        right = itemTexts(selected);
+        QTest::mouseClick(dialog->findChild<QPushButton *>(QStringLiteral("btOK")), Qt::LeftButton);
+    });
+    taskMenu(vexil)->taskActions().last()->trigger();
+    QCOMPARE(right, QStringList{QStringLiteral("LABEL")});
+    QCOMPARE(left.last(), QStringLiteral("PUSHBUTTON"));
+    QCOMPARE(vexil->DoNotTranslate()->lines(), QStringList{QStringLiteral("LABEL")});
+    QVERIFY(form->isDirty());
+    const UiList saved = uiStringList(form->contents(), QStringLiteral("Vexil1"), QStringLiteral("DoNotTranslate"));
+    QCOMPARE(saved.items, QStringList{QStringLiteral("LABEL")});
+
+    // Designer's undo gives the old list back.
+    form->commandHistory()->undo();
+    QCOMPARE(vexil->DoNotTranslate()->lines(), QStringList{QStringLiteral("PUSHBUTTON")});
 }
 
 QTEST_MAIN(TestDesignerPlugin)
