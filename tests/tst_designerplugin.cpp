@@ -10,6 +10,7 @@
 #include "vxvexiltlv.h"
 
 #include <QtCore/QPluginLoader>
+#include <QtCore/QProcess>
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QXmlStreamReader>
@@ -151,6 +152,7 @@ private Q_SLOTS:
     void cancelledEditChangesNothing();
     void secondTranslationComponentGivesAPlaceholder();
     void excludedComponentsGoIntoTheSavedForm();
+    void savedFormBuildsIntoAProgramThatSwitches();
 
 private:
     QDesignerFormWindowInterface *openForm(const QString &ui);
@@ -517,6 +519,70 @@ void TestDesignerPlugin::excludedComponentsGoIntoTheSavedForm()
     // Designer's undo gives the old list back.
     form->commandHistory()->undo();
     QCOMPARE(vexil->DoNotTranslate()->lines(), QStringList{QStringLiteral("PUSHBUTTON")});
+}
+
+void TestDesignerPlugin::savedFormBuildsIntoAProgramThatSwitches()
+{
+    // A caption translated in Designer, the form saved as Designer saves it.
+    QDesignerFormWindowInterface *form = openForm(formUi(QStringLiteral("TVexil"), QStringLiteral("vxcomp.h")));
+    QVERIFY(form);
+    auto *vexil = form->mainContainer()->findChild<TVexil *>();
+    QVERIFY(vexil);
+    onNextModal([](QWidget *editor) {
+        auto *grid = qobject_cast<TvxEditorForm *>(editor);
+        grid->model()->setCell(rowOf(grid, QStringLiteral("pushButton")), 2, QStringLiteral("Grüß dich"));
+        QTest::mouseClick(tool(editor, "sbOK"), Qt::LeftButton);
+    });
+    taskMenu(vexil)->preferredEditAction()->trigger();
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    {
+        QFile ui(dir.filePath(QStringLiteral("form.ui")));
+        QVERIFY(ui.open(QIODevice::WriteOnly));
+        ui.write(form->contents().toUtf8());
+    }
+
+    // uic, then the compiler and linker, as a user's build runs them.
+    QProcess uic;
+    uic.start(QStringLiteral(VEXIL_UIC), {dir.filePath(QStringLiteral("form.ui")), QStringLiteral("-o"),
+                                          dir.filePath(QStringLiteral("ui_form.h"))});
+    QVERIFY(uic.waitForFinished(60000));
+    QVERIFY2(uic.exitCode() == 0, uic.readAllStandardError().constData());
+    {
+        QFile main(dir.filePath(QStringLiteral("main.cpp")));
+        QVERIFY(main.open(QIODevice::WriteOnly));
+        main.write(R"(#include "ui_form.h"
+#include <QtWidgets/QApplication>
+#include <cstdio>
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    QWidget window;
+    Ui::Form ui;
+    ui.setupUi(&window);
+    window.show();
+    std::printf("%s\n", qPrintable(ui.pushButton->text()));
+    ui.Vexil1->SetActLang(2);
+    std::printf("%s\n", qPrintable(ui.pushButton->text()));
+    ui.Vexil1->SetActLang(1);
+    std::printf("%s\n", qPrintable(ui.pushButton->text()));
+    return 0;
+}
+)");
+    }
+    QProcess cc;
+    cc.setWorkingDirectory(dir.path());
+    cc.start(QStringLiteral(VEXIL_CXX), {QStringLiteral("main.cpp"), QStringLiteral("-o"), QStringLiteral("form"),
+                                         QLatin1Char('@') + QStringLiteral(VEXIL_BUILD_ARGS)});
+    QVERIFY(cc.waitForFinished(300000));
+    QVERIFY2(cc.exitCode() == 0, cc.readAllStandardError().constData());
+
+    QProcess program;
+    program.start(dir.filePath(QStringLiteral("form")), {});
+    QVERIFY(program.waitForFinished(60000));
+    QVERIFY2(program.exitCode() == 0, program.readAllStandardError().constData());
+    const QStringList lines = QString::fromUtf8(program.readAllStandardOutput()).split(QLatin1Char('\n'));
+    QCOMPARE(lines.mid(0, 3), (QStringList{QStringLiteral("Hello"), QStringLiteral("Grüß dich"), QStringLiteral("Hello")}));
 }
 
 QTEST_MAIN(TestDesignerPlugin)
