@@ -13,7 +13,10 @@ demo="$build/demo/vexil-demo"
 bus=(env XDG_DATA_HOME="$build/demo-data" dbus-run-session --config-file="$build/dbus/session.conf" --)
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ] && [ "${QT_QPA_PLATFORM:-}" != "xcb" ]; then
   out="${VEXIL_SCREENSHOTS:-$root/build/screenshots}"
-  QT_QPA_PLATFORM=offscreen exec "${bus[@]}" "$demo" --screenshots "$out" "$@"
+  QT_QPA_PLATFORM=offscreen "${bus[@]}" "$demo" --screenshots "$out" "$@"
+  # Designer's form editor with the suite's plugin, drawn the same way.
+  QT_QPA_PLATFORM=offscreen "$build/designer/screenshot/vexil-designer-shot" "$out/designer.png" 2>/dev/null
+  exit 0
 fi
 if [ -z "${DBUS_SESSION_BUS_ADDRESS:-}" ]; then
   exec "${bus[@]}" "$demo" "$@"
