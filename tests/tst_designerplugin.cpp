@@ -24,6 +24,7 @@
 #include <QtDesigner/QDesignerWidgetDataBaseInterface>
 #include <QtDesigner/QDesignerWidgetFactoryInterface>
 #include <QtDesigner/QExtensionManager>
+#include <QtDesigner/private/formwindowbase_p.h>
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
@@ -153,6 +154,7 @@ private Q_SLOTS:
     void secondTranslationComponentGivesAPlaceholder();
     void excludedComponentsGoIntoTheSavedForm();
     void savedFormBuildsIntoAProgramThatSwitches();
+    void componentGoneWhileTheEditorIsOpen();
 
 private:
     QDesignerFormWindowInterface *openForm(const QString &ui);
@@ -583,6 +585,46 @@ int main(int argc, char **argv)
     QVERIFY2(program.exitCode() == 0, program.readAllStandardError().constData());
     const QStringList lines = QString::fromUtf8(program.readAllStandardOutput()).split(QLatin1Char('\n'));
     QCOMPARE(lines.mid(0, 3), (QStringList{QStringLiteral("Hello"), QStringLiteral("Grüß dich"), QStringLiteral("Hello")}));
+}
+
+void TestDesignerPlugin::componentGoneWhileTheEditorIsOpen()
+{
+    // Deleted in Designer (kept aside for undo): the applied table still
+    // goes in as one command, and undoing the deletion brings it back.
+    {
+        QDesignerFormWindowInterface *form = openForm(formUi(QStringLiteral("TVexil"), QStringLiteral("vxcomp.h")));
+        QVERIFY(form);
+        QPointer<TVexil> vexil = form->mainContainer()->findChild<TVexil *>();
+        auto *formBase = qobject_cast<qdesigner_internal::FormWindowBase *>(form);
+        QVERIFY(formBase);
+        onNextModal([&](QWidget *editor) {
+            formBase->deleteWidgetList({vexil.data()});
+            QTest::mouseClick(tool(editor, "sbOK"), Qt::LeftButton);
+        });
+        taskMenu(vexil)->preferredEditAction()->trigger();
+        QVERIFY(!form->contents().contains(QLatin1String("Vexil1")));
+        form->commandHistory()->undo(); // the table
+        form->commandHistory()->undo(); // the deletion
+        QVERIFY(form->contents().contains(QLatin1String("Vexil1")));
+        cleanup();
+    }
+    // Destroyed outright: nothing is written and nothing crashes.
+    {
+        QDesignerFormWindowInterface *form = openForm(formUi(QStringLiteral("TVexil"), QStringLiteral("vxcomp.h")));
+        QVERIFY(form);
+        QPointer<TVexil> vexil = form->mainContainer()->findChild<TVexil *>();
+        QDesignerTaskMenuExtension *menu = taskMenu(vexil);
+        const int commands = form->commandHistory()->count();
+        onNextModal([&](QWidget *editor) {
+            auto *grid = qobject_cast<TvxEditorForm *>(editor);
+            grid->model()->setCell(rowOf(grid, QStringLiteral("pushButton")), 2, QStringLiteral("Hallo"));
+            delete vexil.data();
+            QTest::mouseClick(tool(editor, "sbOK"), Qt::LeftButton);
+        });
+        menu->preferredEditAction()->trigger();
+        QVERIFY(!vexil);
+        QCOMPARE(form->commandHistory()->count(), commands);
+    }
 }
 
 QTEST_MAIN(TestDesignerPlugin)
