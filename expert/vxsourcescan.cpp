@@ -315,6 +315,8 @@ TvxScanResult scanStatements(const QString &s, const QString &prefix, int counte
             lineEnd = n;
     };
 
+    QString cachedLine;
+    qsizetype cachedLineStart = -1;
     QHash<QString, int> firstOfText;
     qsizetype i = start;
     while (i < n) {
@@ -352,10 +354,15 @@ TvxScanResult scanStatements(const QString &s, const QString &prefix, int counte
         row.length = close + 1 - litStart;
         row.id = QLatin1String("IDS_") + QString::number(counter);
         row.text = decodeLiteral(written);
-        QString line = s.mid(lineStart, lineEnd - lineStart);
-        if (line.endsWith(QLatin1Char('\r')))
-            line.chop(1);
-        row.sourceLine = line;
+        // Rows of one line share one copy of it: a long line with many
+        // literals costs its length once, not once per literal.
+        if (cachedLineStart != lineStart) {
+            cachedLineStart = lineStart;
+            cachedLine = s.mid(lineStart, lineEnd - lineStart);
+            if (cachedLine.endsWith(QLatin1Char('\r')))
+                cachedLine.chop(1);
+        }
+        row.sourceLine = cachedLine;
 
         // Adjacent literals join: the call is followed by " + ".
         qsizetype k = close + 1;
