@@ -164,6 +164,22 @@ QString uiWidgetClass(const QString &ui, const QString &component)
     return w < 0 ? QString() : elements.at(w).attributes.value(QLatin1String("class")).toString();
 }
 
+QString uiTranslationComponent(const QString &ui, QString *className)
+{
+    QList<Element> elements;
+    if (!parse(ui, &elements, nullptr))
+        return {};
+    for (const Element &e : std::as_const(elements)) {
+        const QString cls = e.attributes.value(QLatin1String("class")).toString();
+        if (e.name == QLatin1String("widget") && componentClassNames().contains(cls)) {
+            if (className)
+                *className = cls;
+            return e.attributes.value(QLatin1String("name")).toString();
+        }
+    }
+    return {};
+}
+
 QStringList uiStringList(const QString &ui, const QString &component, const QString &property, bool *found)
 {
     if (found)

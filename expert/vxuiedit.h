@@ -20,6 +20,11 @@ QString componentHeader(const QString &className);
 /// none (or the text is not a form).
 QString uiWidgetClass(const QString &ui, const QString &component);
 
+/// The name of the form's translation component (the first widget of a
+/// class of componentClassNames()), its class into @p className; empty when
+/// the form has none.
+QString uiTranslationComponent(const QString &ui, QString *className = nullptr);
+
 /// The items of the string-list property @p property of widget @p component;
 /// @p found tells whether the property is there at all.
 QStringList uiStringList(const QString &ui, const QString &component, const QString &property,
