@@ -79,6 +79,9 @@ TfrmFound::TfrmFound(TvxFoundList *list, QWidget *parent) : QDialog(parent), m_l
     sgStrings->setObjectName(QStringLiteral("sgStrings"));
     sgStrings->setToolTip(QStringLiteral("Right Click for activate popup menu..."));
     sgStrings->verticalHeader()->hide();
+    // One text line per row, as a grid of source lines reads best.
+    sgStrings->setWordWrap(false);
+    sgStrings->verticalHeader()->setDefaultSectionSize(sgStrings->fontMetrics().height() + 6);
     sgStrings->horizontalHeader()->setSectionsMovable(true);
     sgStrings->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     sgStrings->setSelectionMode(QAbstractItemView::SingleSelection);
