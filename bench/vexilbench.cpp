@@ -11,6 +11,8 @@
 #include "vxdlgform.h"
 #include "vxgridmodel.h"
 #include "vxvexiltlv.h"
+#include "vxsourcescan.h"
+#include "vxunitfile.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
@@ -753,6 +755,92 @@ void benchItems(Figures &out, const QList<int> &sizes, int reps)
     out.add(QStringLiteral("tlv_switch_scaling"), switches.back() / switches.front());
 }
 
+// A generated tree of C++ units: @p files units of @p functions functions,
+// each with a few tr() calls and plain literals, under @p root.
+QStringList writeSourceTree(const QDir &root, int files, int functions)
+{
+    QStringList paths;
+    for (int f = 0; f < files; ++f) {
+        const QString sub = QStringLiteral("module%1").arg(f % 10);
+        root.mkpath(sub);
+        const QString path = root.filePath(QStringLiteral("%1/unit%2.cpp").arg(sub).arg(f));
+        QByteArray text = "#include <QtWidgets/QWidget>\n#include <QtWidgets/QLabel>\n\n";
+        text += "class Unit" + QByteArray::number(f) + " : public QWidget\n{\n    Q_OBJECT\npublic:\n";
+        for (int k = 0; k < functions; ++k)
+            text += "    void f" + QByteArray::number(k) + "(QLabel *label);\n";
+        text += "};\n\n";
+        for (int k = 0; k < functions; ++k) {
+            const QByteArray n = QByteArray::number(f * functions + k);
+            text += "void Unit" + QByteArray::number(f) + "::f" + QByteArray::number(k) + "(QLabel *label)\n{\n";
+            text += "    label->setText(tr(\"Caption number " + n + "\"));\n";
+            text += "    label->setToolTip(tr(\"Hint for item " + n + " of the form\"));\n";
+            text += "    if (label->text().isEmpty())\n        label->setWhatsThis(tr(\"Line\\tone \" \"and two " + n + "\"));\n";
+            text += "    const int width = label->width() * 2 + " + n + ";\n    label->resize(width, 20);\n}\n\n";
+        }
+        QFile out(path);
+        out.open(QIODevice::WriteOnly);
+        out.write(text);
+        paths << path;
+    }
+    return paths;
+}
+
+// The statement-mode scan of a tree of units (each read through the
+// expert's safe unit reader) against lupdate extracting the same tree.
+void benchScan(Figures &out, const QDir &dir, int reps)
+{
+    using namespace Vexil::Expert;
+    QDir small(dir.filePath(QStringLiteral("scan-small"))), large(dir.filePath(QStringLiteral("scan-large")));
+    QDir().mkpath(small.path());
+    QDir().mkpath(large.path());
+    const QStringList smallFiles = writeSourceTree(small, 300, 40);
+    const QStringList largeFiles = writeSourceTree(large, 600, 40);
+    qint64 bytes = 0;
+    for (const QString &f : smallFiles)
+        bytes += QFileInfo(f).size();
+    auto scanAll = [](const QStringList &files) {
+        qsizetype rows = 0;
+        const QString prefix = callPrefix(QStringLiteral("Form1"), QStringLiteral("Vexil1"), true);
+        for (const QString &f : files) {
+            TvxUnitFile unit(f);
+            if (!unit.read())
+                qFatal("cannot read a generated unit");
+            rows += scanStatements(unit.text(), prefix, 0).rows.size();
+        }
+        return rows;
+    };
+    std::vector<double> ts, tl;
+    qsizetype found = 0;
+    for (int r = 0; r < reps; ++r) {
+        ts.push_back(timeMs([&] { found = scanAll(smallFiles); }));
+        tl.push_back(timeMs([&] { scanAll(largeFiles); }));
+    }
+    if (found != qsizetype(300) * 40 * 4)
+        qFatal("the scan missed literals");
+    const double scan = median(ts);
+    out.add(QStringLiteral("scan_tree_bytes"), double(bytes));
+    out.add(QStringLiteral("scan_tree_ms"), scan);
+    out.add(QStringLiteral("scan_scaling"), median(tl) / scan);
+#ifdef VEXIL_LUPDATE
+    std::vector<double> tu;
+    const QString ts_file = dir.filePath(QStringLiteral("scan.ts"));
+    for (int r = 0; r < std::max(3, reps / 3); ++r) {
+        QFile::remove(ts_file);
+        QProcess lupdate;
+        tu.push_back(timeMs([&] {
+            lupdate.start(QStringLiteral(VEXIL_LUPDATE),
+                          {QStringLiteral("-silent"), QStringLiteral("-no-obsolete"), small.path(),
+                           QStringLiteral("-ts"), ts_file});
+            lupdate.waitForFinished(600000);
+        }));
+        if (lupdate.exitCode() != 0 || !QFile::exists(ts_file))
+            qFatal("lupdate failed: %s", lupdate.readAllStandardError().constData());
+    }
+    out.add(QStringLiteral("scan_lupdate_ms"), median(tu));
+    out.add(QStringLiteral("scan_vs_lupdate"), scan / median(tu));
+#endif
+}
+
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
@@ -760,7 +848,7 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("Fewer repetitions."));
     QCommandLineOption only(QStringLiteral("only"),
-                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey, memory, editor, dictionary or items."),
+                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey, memory, editor, dictionary, items or scan."),
                             QStringLiteral("group"));
     parser.addOption(quick);
     parser.addOption(only);
@@ -808,6 +896,8 @@ int main(int argc, char *argv[])
     }
     if (wanted("items"))
         benchItems(out, {5000, 10000}, reps);
+    if (wanted("scan"))
+        benchScan(out, dir, reps);
 #ifdef VEXIL_DICTIONARY_EXE
     if (wanted("dictionary"))
         benchDictionary(out, dir, {5000, 10000}, parser.isSet(quick) ? 1 : 3);

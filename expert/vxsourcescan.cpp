@@ -315,6 +315,8 @@ TvxScanResult scanStatements(const QString &s, const QString &prefix, int counte
             lineEnd = n;
     };
 
+    QString cachedLine;
+    qsizetype cachedLineStart = -1;
     QHash<QString, int> firstOfText;
     qsizetype i = start;
     while (i < n) {
@@ -352,10 +354,15 @@ TvxScanResult scanStatements(const QString &s, const QString &prefix, int counte
         row.length = close + 1 - litStart;
         row.id = QLatin1String("IDS_") + QString::number(counter);
         row.text = decodeLiteral(written);
-        QString line = s.mid(lineStart, lineEnd - lineStart);
-        if (line.endsWith(QLatin1Char('\r')))
-            line.chop(1);
-        row.sourceLine = line;
+        // Rows of one line share one copy of it: a long line with many
+        // literals costs its length once, not once per literal.
+        if (cachedLineStart != lineStart) {
+            cachedLineStart = lineStart;
+            cachedLine = s.mid(lineStart, lineEnd - lineStart);
+            if (cachedLine.endsWith(QLatin1Char('\r')))
+                cachedLine.chop(1);
+        }
+        row.sourceLine = cachedLine;
 
         // Adjacent literals join: the call is followed by " + ".
         qsizetype k = close + 1;
@@ -416,6 +423,60 @@ TvxStringEntries stringEntries(const QList<TvxFoundString> &rows)
         entries.append({keys.at(k).left(cut), keys.at(k).mid(cut + 1)});
     }
     return entries;
+}
+
+QString escapeDelimiter(const QString &text, QChar delimiter)
+{
+    if (!text.contains(delimiter))
+        return text;
+    QString escape;
+    switch (delimiter.unicode()) {
+    case '\t': escape = QStringLiteral("\\t"); break;
+    case '\n': escape = QStringLiteral("\\n"); break;
+    case '\r': escape = QStringLiteral("\\r"); break;
+    default:
+        escape = QStringLiteral("\\x%1").arg(delimiter.unicode(), 2, 16, QLatin1Char('0'));
+    }
+    QString out = text;
+    out.replace(delimiter, escape);
+    return out;
+}
+
+QStringList addToStrings(QStringList table, const TvxStringEntries &entries, QChar delimiter)
+{
+    // Every line's identifier once, so each entry is placed in constant time.
+    QHash<QString, qsizetype> index;
+    index.reserve(table.size() + entries.size());
+    for (qsizetype i = 0; i < table.size(); ++i) {
+        const qsizetype cut = table.at(i).indexOf(delimiter);
+        index.insert(cut < 0 ? table.at(i) : table.at(i).left(cut), i);
+    }
+    QList<bool> removed(table.size(), false);
+    QStringList added;
+    for (const auto &entry : entries) {
+        const auto at = index.constFind(entry.first);
+        if (at != index.constEnd() && *at >= 0 && *at < removed.size() && !removed.at(*at))
+            removed[*at] = true;
+        index.insert(entry.first, -1);
+        added << entry.first + delimiter + escapeDelimiter(entry.second, delimiter) + delimiter;
+    }
+    QStringList result;
+    result.reserve(table.size() + added.size());
+    for (qsizetype i = 0; i < table.size(); ++i) {
+        if (!removed.at(i))
+            result << table.at(i);
+    }
+    // An identifier added twice keeps its last line, as a second AddString would.
+    QSet<QString> seen;
+    QStringList tail;
+    for (qsizetype i = added.size() - 1; i >= 0; --i) {
+        const QString id = added.at(i).left(added.at(i).indexOf(delimiter));
+        if (!seen.contains(id)) {
+            seen.insert(id);
+            tail.prepend(added.at(i));
+        }
+    }
+    return result + tail;
 }
 
 QString evaluateConstValue(const QString &e)
@@ -807,7 +868,12 @@ void TvxFoundList::castToCharPointer(int current)
         if (r < 1 || r > rowCount())
             continue;
         QString &rep = m_rows[r - 1].replacement;
-        rep = QLatin1String("qPrintable(") + rep + QLatin1Char(')');
+        // A joining " + " stays outside: the cast takes the call only, and
+        // the sum with the next call is left as it was.
+        static const QLatin1String join(" + ");
+        const bool joined = rep.endsWith(join);
+        const QString call = joined ? rep.left(rep.size() - join.size()) : rep;
+        rep = QLatin1String("qPrintable(") + call + QLatin1Char(')') + (joined ? QString(join) : QString());
     }
 }
 

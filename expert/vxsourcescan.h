@@ -73,6 +73,16 @@ QString rewriteStatements(const QString &source, const QList<TvxFoundString> &ro
 /// (case-insensitive, as text: IDS_10 before IDS_9), duplicates once.
 TvxStringEntries stringEntries(const QList<TvxFoundString> &rows);
 
+/// @p text as a field of a table line whose delimiter is @p delimiter: a
+/// delimiter character inside it is written as the escape C++ source uses
+/// for it (a tab as \t, any other as \xHH), so the line keeps its fields.
+QString escapeDelimiter(const QString &text, QChar delimiter);
+
+/// @p table (a `Strings` table) with @p entries added as AddString adds
+/// them: an identifier already there loses its old line, the new line (the
+/// text as the first language's, delimiter-escaped) goes to the end.
+QStringList addToStrings(QStringList table, const TvxStringEntries &entries, QChar delimiter);
+
 /// Const-section mode scan. The unit's lines are merged where a declaration
 /// continues over several lines; @p mergedLines receives that line list,
 /// which rewriteConstSection() works on.
@@ -156,6 +166,7 @@ public:
 
     /// Wraps the replacement of every marked row (of row @p current when
     /// none is marked) in qPrintable(...), for places that take a char pointer.
+    /// A joining " + " at its end stays outside the cast.
     void castToCharPointer(int current);
 
 private:

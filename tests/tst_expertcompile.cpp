@@ -106,6 +106,7 @@ class tst_ExpertCompile : public QObject
     Q_OBJECT
 private slots:
     void generatedCallsWithoutAsciiCasts();
+    void castOfAJoinedLiteralCompiles();
     void rewrittenExamples_data();
     void rewrittenExamples();
 
@@ -158,6 +159,35 @@ void other(QLabel *label)
     QString errors;
     QVERIFY2(compiles(file, {QStringLiteral("-DQT_NO_CAST_FROM_ASCII")}, &errors),
              qPrintable(rewritten + errors));
+}
+
+void tst_ExpertCompile::castOfAJoinedLiteralCompiles()
+{
+    // The cast put on the first of two joined literals: the sum of a char
+    // pointer and the second call is a QString again.
+    QVERIFY(m_dir.isValid());
+    const QString src = QStringLiteral(R"(#include "vxcomp.h"
+#include <QtWidgets/QLabel>
+
+struct Ui_Form1 { TVexil *Vexil1; };
+
+void own(Ui_Form1 *ui, QLabel *label)
+{
+    label->setText("first half, " "second half");
+}
+)");
+    TvxFoundList list(scanStatements(src, callPrefix(QStringLiteral("Form1"), QStringLiteral("Vexil1"), true), 0).rows);
+    QCOMPARE(list.rowCount(), 2);
+    list.castToCharPointer(1);
+    const QString rewritten = rewriteStatements(src, list.rows());
+    QVERIFY(rewritten.contains(QLatin1String("qPrintable(ui->Vexil1->GetText(\"IDS_0\"")));
+    const QString file = m_dir.filePath(QStringLiteral("joined.cpp"));
+    QFile out(file);
+    QVERIFY(out.open(QIODevice::WriteOnly));
+    out.write(rewritten.toUtf8());
+    out.close();
+    QString errors;
+    QVERIFY2(compiles(file, {}, &errors), qPrintable(rewritten + errors));
 }
 
 void tst_ExpertCompile::rewrittenExamples_data()

@@ -51,12 +51,15 @@ private slots:
     void rewriteReplacesLiteralsAsWritten();
     void tableEntriesInTextOrder();
     void tableEntriesReachComponent();
+    void tabInTextKeepsTableFields();
+    void addToStringsReplacesLikeAddString();
     void marks();
     void shiftClickWithSeveralMarksFails();
     void deleteRows();
     void startId();
     void editIdentifierRebuildsCall();
     void castToCharPointer();
+    void castKeepsJoinOutside();
     void constSection();
     void constSectionContinuedAndEmpty();
     void constValue_data();
@@ -240,6 +243,50 @@ void tst_ExpertScan::tableEntriesReachComponent()
     QCOMPARE(missing->GetText("IDS_1"), QString());
 }
 
+void tst_ExpertScan::tabInTextKeepsTableFields()
+{
+    // A decoded tab would split the table line at the component's tab
+    // delimiter: it goes in as the escape it was written with.
+    QWidget form;
+    TVexil vexil(&form);
+    vexil.SetNumLang(2);
+    const TvxScanResult r = scanStatements(unit(QStringLiteral("    f(\"a\\tb\");")), kPrefix, 0);
+    QCOMPARE(r.rows.size(), 1);
+    QCOMPARE(r.rows.at(0).text, QStringLiteral("a\tb"));
+    const QStringList table = addToStrings({}, stringEntries(r.rows), QLatin1Char('\t'));
+    QCOMPARE(table, QStringList{QStringLiteral("IDS_0\ta\\tb\t")});
+    vexil.Strings()->setLines(table);
+    QCOMPARE(vexil.GetText("IDS_0"), QStringLiteral("a\\tb"));
+    // Language 2 is still empty, not the text's second half.
+    QCOMPARE(ExtractWord(3, table.at(0), QLatin1Char('\t')), QString());
+
+    // Another delimiter inside a text is written as a hex escape; texts
+    // without it are unchanged.
+    QCOMPARE(escapeDelimiter(QStringLiteral("a|b"), QLatin1Char('|')), QStringLiteral("a\\x7cb"));
+    QCOMPARE(escapeDelimiter(QStringLiteral("a\tb"), QLatin1Char('|')), QStringLiteral("a\tb"));
+}
+
+void tst_ExpertScan::addToStringsReplacesLikeAddString()
+{
+    const QChar tab = QLatin1Char('\t');
+    const QStringList before{QStringLiteral("IDS_1\told\told2\t"), QStringLiteral("OTHER\tx\t")};
+    const QStringList after = addToStrings(before,
+                                           {{QStringLiteral("IDS_1"), QStringLiteral("new")},
+                                            {QStringLiteral("IDS_2"), QStringLiteral("two")},
+                                            {QStringLiteral("IDS_2"), QStringLiteral("again")}},
+                                           tab);
+    QCOMPARE(after, (QStringList{QStringLiteral("OTHER\tx\t"), QStringLiteral("IDS_1\tnew\t"),
+                                 QStringLiteral("IDS_2\tagain\t")}));
+    // The same as the component's own AddString, one call per entry.
+    QWidget form;
+    TVexil vexil(&form);
+    vexil.Strings()->setLines(before);
+    vexil.AddString(QStringLiteral("IDS_1"), {QStringLiteral("new")});
+    vexil.AddString(QStringLiteral("IDS_2"), {QStringLiteral("two")});
+    vexil.AddString(QStringLiteral("IDS_2"), {QStringLiteral("again")});
+    QCOMPARE(vexil.Strings()->lines(), after);
+}
+
 void tst_ExpertScan::marks()
 {
     TvxFoundList list(scanStatements(unit("f(\"a\"); f(\"b\"); f(\"c\"); f(\"d\");"), kPrefix, 0).rows);
@@ -338,6 +385,18 @@ void tst_ExpertScan::castToCharPointer()
     QVERIFY(list.row(1).replacement.startsWith(QStringLiteral("qPrintable(")));
     QVERIFY(!list.row(2).replacement.startsWith(QStringLiteral("qPrintable(qPrintable(")));
     QVERIFY(list.row(3).replacement.startsWith(QStringLiteral("qPrintable(")));
+}
+
+void tst_ExpertScan::castKeepsJoinOutside()
+{
+    // "a" "b": the first call carries the joining " + "; the cast takes the
+    // call alone, so the sum still reads call + call.
+    TvxFoundList list(scanStatements(unit(QStringLiteral("    f(\"a\" \"b\");")), kPrefix, 0).rows);
+    QCOMPARE(list.rowCount(), 2);
+    QVERIFY(list.row(1).replacement.endsWith(QLatin1String(" + ")));
+    list.castToCharPointer(1);
+    QCOMPARE(list.row(1).replacement,
+             QStringLiteral("qPrintable(ui->Vexil1->GetText(\"IDS_0\" /* \"a\" */ )) + "));
 }
 
 namespace {
