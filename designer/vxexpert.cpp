@@ -324,10 +324,11 @@ QMenuBar *TVexilExpert::mainMenuBar() const
         }
         return window->findChild<QMenuBar *>(QString(), Qt::FindDirectChildrenOnly);
     };
-    if (m_core) {
-        if (QMenuBar *bar = barOf(m_core->topLevel()))
-            return bar;
-    }
+    // Without Designer there is no menu to join.
+    if (!m_core)
+        return nullptr;
+    if (QMenuBar *bar = barOf(m_core->topLevel()))
+        return bar;
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {
         QMenuBar *bar = barOf(window);

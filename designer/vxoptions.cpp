@@ -112,7 +112,7 @@ TfrmOptions::TfrmOptions(TVexilExpert *expert, QWidget *parent) : QDialog(parent
     mainForm->addRow(sectionLabel, m_cbMenuItems);
     m_hkInMenu = new QKeySequenceEdit(main);
     m_hkInMenu->setObjectName(QStringLiteral("hkInMenu"));
-    connect(m_hkInMenu, &QKeySequenceEdit::keySequenceChanged, this, &TfrmOptions::restrictHotKey);
+    m_hkInMenu->installEventFilter(this);
     auto *keyLabel = new QLabel(QStringLiteral("&ShortCut:"), main);
     keyLabel->setBuddy(m_hkInMenu);
     mainForm->addRow(keyLabel, m_hkInMenu);
@@ -157,25 +157,23 @@ TfrmOptions::TfrmOptions(TVexilExpert *expert, QWidget *parent) : QDialog(parent
     m_cbDefTVexil->setCurrentIndex(qMax(0, m_cbDefTVexil->findText(m_expert->DefaultComponent())));
 }
 
-void TfrmOptions::restrictHotKey()
-{
-    // One key; no key or Shift alone is no shortcut: Ctrl stands in.
-    const QKeySequence sequence = m_hkInMenu->keySequence();
-    if (sequence.isEmpty())
-        return;
-    QKeyCombination key = sequence[0];
-    Qt::KeyboardModifiers modifiers = key.keyboardModifiers();
-    if (modifiers == Qt::NoModifier || modifiers == Qt::ShiftModifier)
-        modifiers = Qt::ControlModifier;
-    const QKeySequence restricted(QKeyCombination(modifiers, key.key()));
-    if (restricted != sequence) {
-        QSignalBlocker block(m_hkInMenu);
-        m_hkInMenu->setKeySequence(restricted);
-    }
-}
-
 bool TfrmOptions::eventFilter(QObject *watched, QEvent *event)
 {
+    // The shortcut field takes one key; no modifier or Shift alone is no
+    // shortcut, Ctrl stands in for them.
+    if (watched == m_hkInMenu && event->type() == QEvent::KeyPress) {
+        const auto *press = static_cast<QKeyEvent *>(event);
+        const int key = press->key();
+        if (key == Qt::Key_Control || key == Qt::Key_Shift || key == Qt::Key_Alt || key == Qt::Key_Meta
+            || key == Qt::Key_AltGr || key == Qt::Key_unknown || key == 0)
+            return true;
+        Qt::KeyboardModifiers modifiers =
+            press->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier | Qt::AltModifier | Qt::MetaModifier);
+        if (modifiers == Qt::NoModifier || modifiers == Qt::ShiftModifier)
+            modifiers = Qt::ControlModifier;
+        m_hkInMenu->setKeySequence(QKeySequence(QKeyCombination(modifiers, Qt::Key(key))));
+        return true;
+    }
     // Enter in the number field moves on as Tab does.
     if (watched == m_edNLang && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();

@@ -36,8 +36,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void restrictHotKey();
-
     TVexilExpert *m_expert;
     QTabWidget *m_pages = nullptr;
     QComboBox *m_cbMenuItems = nullptr;
