@@ -660,7 +660,9 @@ int TfrmVexil::LoadAllTranslations(const QString &fileName)
         if (!component->fileHasEntries(fileName))
             return false;
         return readThroughDesigner(component, [&] {
-            component->LoadAllFromFile(fileName, false);
+            // The tables become the file's: loading into a filled table
+            // without clearing would keep the old line beside the new one.
+            component->LoadAllFromFile(fileName, true);
             return true;
         });
     });
@@ -675,7 +677,17 @@ int TfrmVexil::MergeAllTranslations(const QString &fileName)
     return eachComponent(QStringLiteral("Merging"), [&](TvxCustomLang *component) {
         if (!component->fileHasEntries(fileName))
             return false;
-        return readThroughDesigner(component, [&] { return component->MergeAllFromFile(fileName); });
+        return readThroughDesigner(component, [&] {
+            // Category by category over the tables the class has: the
+            // all-categories merge fails on a class without the list- and
+            // tree-view table and then leaves the component half-loaded.
+            bool merged = true;
+            for (int type = stCaptions; type <= stListView_TreeView_Items; ++type) {
+                if (component->GetPropListByType(TStringsType(type)))
+                    merged = component->MergeFromFile(TStringsType(type), fileName) && merged;
+            }
+            return merged;
+        });
     });
 }
 
