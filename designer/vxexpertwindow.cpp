@@ -70,6 +70,9 @@ TfrmVexil::TfrmVexil(TVexilExpert *expert, QWidget *parent) : QMainWindow(parent
     m_lvForms->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_lvForms->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_lvForms->setAllColumnsShowFocus(true);
+    // A project has a handful of forms: the columns follow their contents.
+    m_lvForms->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_lvForms->header()->setStretchLastSection(true);
     setCentralWidget(m_lvForms);
     createActions();
     statusBar();
@@ -274,8 +277,6 @@ void TfrmVexil::rebuildModel()
         showRow(i);
     for (const QString &form : selected)
         selectForm(form);
-    for (int c = 0; c < colCount; ++c)
-        m_lvForms->resizeColumnToContents(c);
 }
 
 void TfrmVexil::showRow(int index)
