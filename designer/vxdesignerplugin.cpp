@@ -215,5 +215,7 @@ void TvxDesignerCollection::initialize(QDesignerFormEditorInterface *core)
         }
     } catch (const std::exception &error) {
         QMessageBox::warning(nullptr, QStringLiteral("TVexil Expert"), QString::fromLocal8Bit(error.what()));
+    } catch (...) {
+        QMessageBox::warning(nullptr, QStringLiteral("TVexil Expert"), QStringLiteral("The expert could not start."));
     }
 }

@@ -44,6 +44,20 @@ bool readBool(const QVariant &value, bool *ok)
     return text == QLatin1String("true") || text == QLatin1String("1");
 }
 
+// Runs a notifier's work from Designer's signals: an error is shown, never
+// thrown back into Designer.
+template <class F>
+void guarded(F &&work)
+{
+    try {
+        work();
+    } catch (const std::exception &error) {
+        QMessageBox::warning(nullptr, QStringLiteral("TVexil Expert"), QString::fromLocal8Bit(error.what()));
+    } catch (...) {
+        QMessageBox::warning(nullptr, QStringLiteral("TVexil Expert"), QStringLiteral("Unexpected error."));
+    }
+}
+
 } // namespace
 
 // ---------------------------------------------------------------- notifiers
@@ -59,8 +73,10 @@ TvxAddInNotifier::TvxAddInNotifier(QDesignerFormEditorInterface *core, QObject *
             &TvxAddInNotifier::formWindowRemoved);
     connect(manager, &QDesignerFormWindowManagerInterface::activeFormWindowChanged, this,
             [this](QDesignerFormWindowInterface *formWindow) {
-                if (m_window)
-                    m_window->activeFormChanged(formWindow);
+                guarded([&] {
+                    if (m_window)
+                        m_window->activeFormChanged(formWindow);
+                });
             });
 }
 
@@ -93,8 +109,10 @@ void TvxAddInNotifier::watch(QDesignerFormWindowInterface *formWindow)
     connect(formWindow, &QObject::destroyed, module, [this, formWindow] {
         if (QObject *gone = m_modules.take(formWindow))
             gone->deleteLater();
-        if (m_window)
-            m_window->formWindowGone(formWindow);
+        guarded([&] {
+            if (m_window)
+                m_window->formWindowGone(formWindow);
+        });
     });
 }
 
@@ -103,14 +121,16 @@ void TvxAddInNotifier::formWindowAdded(QDesignerFormWindowInterface *formWindow)
     if (!m_window)
         return;
     watch(formWindow);
-    m_window->formWindowChanged(formWindow);
+    guarded([&] { m_window->formWindowChanged(formWindow); });
 }
 
 void TvxAddInNotifier::formWindowRemoved(QDesignerFormWindowInterface *formWindow)
 {
     delete m_modules.take(formWindow);
-    if (m_window)
-        m_window->formWindowGone(formWindow);
+    guarded([&] {
+        if (m_window)
+            m_window->formWindowGone(formWindow);
+    });
 }
 
 TvxModuleNotifier::TvxModuleNotifier(QDesignerFormWindowInterface *formWindow, TfrmVexil *window, QObject *parent)
@@ -137,8 +157,10 @@ void TvxModuleNotifier::watchMainContainer(QWidget *mainContainer)
 
 void TvxModuleNotifier::report()
 {
-    if (m_window && m_formWindow)
-        m_window->formWindowChanged(m_formWindow);
+    guarded([this] {
+        if (m_window && m_formWindow)
+            m_window->formWindowChanged(m_formWindow);
+    });
 }
 
 // ---------------------------------------------------------------- expert

@@ -198,6 +198,8 @@ void TfrmOptions::accept()
         m_expert->Configure();
     } catch (const std::exception &error) {
         QMessageBox::warning(this, windowTitle(), QString::fromLocal8Bit(error.what()));
+    } catch (...) {
+        QMessageBox::warning(this, windowTitle(), QStringLiteral("The options could not be stored."));
     }
     QDialog::accept();
 }
