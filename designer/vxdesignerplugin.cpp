@@ -1,6 +1,7 @@
 #include "vxdesignerplugin.h"
 
 #include "vxdesignericons.h"
+#include "vxexpert.h"
 #include "vxtaskmenu.h"
 
 #include "vxcomp.h"
@@ -16,6 +17,7 @@
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
 #include <QtDesigner/QExtensionManager>
+#include <QtCore/QTimer>
 #include <QtWidgets/QMessageBox>
 
 namespace {
@@ -186,4 +188,34 @@ TvxDesignerCollection::TvxDesignerCollection(QObject *parent) : QObject(parent)
     };
     for (const auto &e : entries)
         m_widgets << new TvxWidgetPlugin(e, this);
+}
+
+void TvxDesignerCollection::initialize(QDesignerFormEditorInterface *core)
+{
+    if (m_expert || !core)
+        return;
+    m_core = core;
+    // Nothing may be thrown back into Designer.
+    try {
+        m_expert = new TVexilExpert(core, this);
+        // The expert goes with the form editor it works in; a later form
+        // editor gets an expert of its own.
+        connect(core, &QObject::destroyed, this, [this] {
+            delete m_expert.data();
+            m_core = nullptr;
+        });
+        if (!m_expert->menuItem()) {
+            // Designer builds its menus after its plugins: try again once
+            // its window is up.
+            QPointer<TVexilExpert> expert = m_expert;
+            QTimer::singleShot(0, core, [expert] {
+                if (expert && !expert->menuItem())
+                    expert->Configure();
+            });
+        }
+    } catch (const std::exception &error) {
+        QMessageBox::warning(nullptr, QStringLiteral("TVexil Expert"), QString::fromLocal8Bit(error.what()));
+    } catch (...) {
+        QMessageBox::warning(nullptr, QStringLiteral("TVexil Expert"), QStringLiteral("The expert could not start."));
+    }
 }

@@ -2,6 +2,8 @@
 
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtUiPlugin/QDesignerCustomWidgetInterface>
+#include <QtDesigner/QDesignerFormEditorPluginInterface>
+#include <QtCore/QPointer>
 #include <QtGui/QIcon>
 
 #include <functional>
@@ -43,17 +45,33 @@ private:
     QDesignerFormEditorInterface *m_core = nullptr;
 };
 
+#include "vxexpert.h"
+
 /// The suite's components, in palette order, and the task-menu verbs of its
-/// translation components.
-class TvxDesignerCollection : public QObject, public QDesignerCustomWidgetCollectionInterface
+/// translation components. The same object is Designer's form-editor plugin
+/// that starts the expert: a module holds one plugin object, and Designer
+/// asks every loaded one for both interfaces.
+class TvxDesignerCollection : public QObject,
+                              public QDesignerCustomWidgetCollectionInterface,
+                              public QDesignerFormEditorPluginInterface
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "org.qt-project.Qt.QDesignerCustomWidgetCollectionInterface")
-    Q_INTERFACES(QDesignerCustomWidgetCollectionInterface)
+    Q_INTERFACES(QDesignerCustomWidgetCollectionInterface QDesignerFormEditorPluginInterface)
 public:
     explicit TvxDesignerCollection(QObject *parent = nullptr);
     QList<QDesignerCustomWidgetInterface *> customWidgets() const override { return m_widgets; }
 
+    // The form-editor plugin: the expert of @p core, made once.
+    bool isInitialized() const override { return m_expert != nullptr; }
+    void initialize(QDesignerFormEditorInterface *core) override;
+    /// The expert brings its own menu item; Designer's edit-mode tools get
+    /// no action from it.
+    QAction *action() const override { return nullptr; }
+    QDesignerFormEditorInterface *core() const override { return m_core; }
+
 private:
     QList<QDesignerCustomWidgetInterface *> m_widgets;
+    QDesignerFormEditorInterface *m_core = nullptr;
+    QPointer<TVexilExpert> m_expert;
 };

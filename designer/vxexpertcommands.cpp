@@ -81,8 +81,8 @@ bool TvxExpertCommands::componentOf(const QString &formName, Component *componen
         return true;
     }
     const TvxProjectForm form = m_project->form(formName);
-    TvxUnitFile ui(form.uiFile);
-    if (form.uiFile.isEmpty() || !ui.read())
+    TvxUnitFile ui(form.uiPath);
+    if (form.uiPath.isEmpty() || !ui.read())
         return false;
     component->name = uiTranslationComponent(ui.text(), &component->className);
     if (component->name.isEmpty())
@@ -106,7 +106,7 @@ bool TvxExpertCommands::addStrings(const QString &formName, const TvxStringEntri
         return c.live->Strings()->lines() == lines;
     }
     QString error;
-    if (!writeUiStrings(m_project->form(formName).uiFile, c.name, lines, &error)) {
+    if (!writeUiStrings(m_project->form(formName).uiPath, c.name, lines, &error)) {
         message(TvxMessageKind::Error, error);
         return false;
     }
@@ -117,19 +117,19 @@ TvxScanOutcome TvxExpertCommands::DoScanReplace(const QString &formName, const Q
 {
     const TvxProjectForm form = m_project->form(formName);
     Component c;
-    if (form.name.isEmpty() || !componentOf(formName, &c))
+    if (form.formName.isEmpty() || !componentOf(formName, &c))
         return TvxScanOutcome::Failed;
     TvxScanInput in;
-    in.formName = form.name;
+    in.formName = form.formName;
     in.formClassName = form.className;
     in.componentName = c.name;
     in.strings = c.strings;
     in.delimiter = c.delimiter;
-    in.unitPath = unitFile.isEmpty() ? form.sourceFile : unitFile;
-    in.headerPath = form.headerFile;
-    in.formSourcePath = form.sourceFile;
+    in.unitPath = unitFile.isEmpty() ? form.cppPath : unitFile;
+    in.headerPath = form.hPath;
+    in.formSourcePath = form.cppPath;
     in.constSection = constSection;
-    in.formsOwnUnit = QFileInfo(in.unitPath) == QFileInfo(form.sourceFile);
+    in.formsOwnUnit = QFileInfo(in.unitPath) == QFileInfo(form.cppPath);
 
     TvxScanCallbacks cb;
     cb.review = [this](TvxFoundList &list) {
@@ -233,7 +233,7 @@ void TvxExpertCommands::CheckunusedIDs1Click()
         }
         QStringList unused;
         QString error;
-        if (!checkUnusedIds(m_project->form(name).sourceFile, c.strings, c.delimiter, &unused, &error)) {
+        if (!checkUnusedIds(m_project->form(name).cppPath, c.strings, c.delimiter, &unused, &error)) {
             message(TvxMessageKind::Error, error);
             return;
         }
@@ -266,7 +266,7 @@ void TvxExpertCommands::ToTVexil1Click(int index)
         }
         const TvxProjectForm form = m_project->form(name);
         QString error;
-        if (!changeComponentType(form.uiFile, {form.headerFile, form.sourceFile}, c.name,
+        if (!changeComponentType(form.uiPath, {form.hPath, form.cppPath}, c.name,
                                  componentClassNames().at(index), &error))
             message(TvxMessageKind::Error, error);
     });

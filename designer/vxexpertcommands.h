@@ -1,5 +1,8 @@
 #pragma once
 
+#include "vxdesignertools_export.h"
+
+#include "vxproject.h"
 #include "vxscandriver.h"
 
 #include <QtCore/QObject>
@@ -10,18 +13,8 @@ class QMenuBar;
 class TvxCustomLang;
 class TvxProgressWindow;
 
-/// One form of the project folder and its files.
-struct TvxProjectForm
-{
-    QString name;       ///< the top widget's object name
-    QString className;  ///< the .ui's <class>
-    QString uiFile;
-    QString sourceFile; ///< the form's .cpp (its unit)
-    QString headerFile; ///< the form's .h
-};
-
 /// What the expert's commands need from the main window and its project.
-class TvxExpertProject
+class VEXIL_DESIGNER_EXPORT TvxExpertProject
 {
 public:
     virtual ~TvxExpertProject() = default;
@@ -44,7 +37,7 @@ public:
 };
 
 /// The expert's scan and maintenance commands on a project.
-class TvxExpertCommands : public QObject
+class VEXIL_DESIGNER_EXPORT TvxExpertCommands : public QObject
 {
     Q_OBJECT
 public:
@@ -98,4 +91,4 @@ private:
 
 /// Adds the expert's "&Source", "&Const section" and "&Tools" menus to
 /// @p bar, wired to @p commands.
-void buildExpertMenus(QMenuBar *bar, TvxExpertCommands *commands);
+VEXIL_DESIGNER_EXPORT void buildExpertMenus(QMenuBar *bar, TvxExpertCommands *commands);

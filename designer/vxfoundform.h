@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vxdesignertools_export.h"
+
 #include "vxsourcescan.h"
 
 #include <QtWidgets/QDialog>
@@ -14,7 +16,7 @@ class TvxFormStorage;
 /// and source line per literal, where the developer edits identifiers and
 /// calls, deletes rows, marks rows and renumbers. Works on the scan's list;
 /// Replace accepts it as edited.
-class TfrmFound : public QDialog
+class VEXIL_DESIGNER_EXPORT TfrmFound : public QDialog
 {
     Q_OBJECT
 public:

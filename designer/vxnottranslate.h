@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vxdesignertools_export.h"
+
 #include <QtWidgets/QDialog>
 
 class QListWidget;
@@ -10,7 +12,7 @@ class TvxCustomLang;
 /// owner that are never translated. The right list starts with the
 /// component's do-not-translate names; the left one holds every other
 /// component of the owner, upper-cased as the list compares them.
-class TfrmNotTranslate : public QDialog
+class VEXIL_DESIGNER_EXPORT TfrmNotTranslate : public QDialog
 {
     Q_OBJECT
 public:

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "vxdesignertools_export.h"
+
 #include <QtWidgets/QFrame>
 
 class QLabel;
 
 /// The small window that tells what a scan is doing ("Scanning...",
 /// "Modifying source..."); hidden before any dialog.
-class TvxProgressWindow : public QFrame
+class VEXIL_DESIGNER_EXPORT TvxProgressWindow : public QFrame
 {
     Q_OBJECT
 public:

@@ -15,6 +15,8 @@
 #include <QtGui/QAction>
 #include <QtWidgets/QMessageBox>
 
+#include <QtCore/QPointer>
+
 namespace {
 
 struct Verb
@@ -74,14 +76,93 @@ bool designerStores(QDesignerFormWindowInterface *formWindow, QObject *component
 
 } // namespace
 
+namespace VexilDesigner {
+
+QStringList editorVerbs(const TvxCustomLang *component)
+{
+    QStringList texts;
+    const int count = qobject_cast<const TVexilTLV *>(component) ? verbCount + 1 : verbCount;
+    for (int i = 0; i < count; ++i)
+        texts << QString::fromLatin1(verbAt(i).text);
+    return texts;
+}
+
+QString editorVerbCategory(int index)
+{
+    return index < 0 ? QString() : QString::fromLatin1(verbAt(index).category);
+}
+
+bool editorVerbEnabled(TvxCustomLang *component, int index)
+{
+    return component && index >= 0 && index < editorVerbs(component).size() && tableOf(component, index);
+}
+
+void commitTable(TvxCustomLang *component, const QString &property, const QStringList &before,
+                 const QStringList &after)
+{
+    QDesignerFormWindowInterface *formWindow = QDesignerFormWindowInterface::findFormWindow(component);
+    const QByteArray name = property.toLatin1();
+    if (formWindow && designerStores(formWindow, component, property)) {
+        // Written as an undoable property change that starts from the
+        // table as it was, so undo gives that back.
+        component->setProperty(name.constData(), before);
+        formWindow->cursor()->setWidgetProperty(component, property, after);
+        formWindow->setDirty(true);
+    } else {
+        component->setProperty(name.constData(), after);
+        if (formWindow)
+            formWindow->setDirty(true);
+    }
+}
+
+bool runEditorVerb(TvxCustomLang *component, int index)
+{
+    // Called from Designer's menus and the expert's window: nothing may be
+    // thrown back into them.
+    if (!component || index < 0 || index >= editorVerbs(component).size())
+        return false;
+    QPointer<TvxCustomLang> guard(component);
+    try {
+        const Verb &verb = verbAt(index);
+        TvxStringList *table = tableOf(component, index);
+        if (!table)
+            return false;
+        const QStringList before = table->lines();
+        // The table gets a line for every property the form has now.
+        component->BuildList();
+
+        TvxStringList edited;
+        edited.assign(*table);
+        if (!TDlgForm::ShowDesigner(component, QString::fromLatin1(verb.category), verb.kind, &edited))
+            return false;
+        if (!guard)
+            return false;
+        const QStringList after = edited.lines();
+        commitTable(component, QString::fromLatin1(verb.property), before, after);
+        component->ChangeLanguage();
+        return true;
+    } catch (const EVexilError &error) {
+        if (guard)
+            QMessageBox::warning(component->window(), QString::fromLatin1(component->metaObject()->className()),
+                                 error.message());
+    } catch (const std::exception &error) {
+        if (guard)
+            QMessageBox::warning(component->window(), QString::fromLatin1(component->metaObject()->className()),
+                                 QString::fromLocal8Bit(error.what()));
+    }
+    return false;
+}
+
+} // namespace VexilDesigner
+
 TvxTaskMenu::TvxTaskMenu(TvxCustomLang *component, QObject *parent) : QObject(parent), m_component(component)
 {
-    const int count = qobject_cast<TVexilTLV *>(component) ? verbCount + 1 : verbCount;
-    for (int i = 0; i < count; ++i) {
-        auto *action = new QAction(QString::fromLatin1(verbAt(i).text), this);
+    const QStringList texts = VexilDesigner::editorVerbs(component);
+    for (int i = 0; i < texts.size(); ++i) {
+        auto *action = new QAction(texts.at(i), this);
         // A class without the table (a linked component's dialog texts live
         // in its container) shows the verb disabled.
-        action->setEnabled(tableOf(component, i) != nullptr);
+        action->setEnabled(VexilDesigner::editorVerbEnabled(component, i));
         connect(action, &QAction::triggered, this, [this, i] { runVerb(i); });
         m_actions << action;
     }
@@ -98,80 +179,33 @@ QAction *TvxTaskMenu::preferredEditAction() const
 
 void TvxTaskMenu::runVerb(int index)
 {
-    // Called from Designer's menu: nothing may be thrown back into it.
-    TvxCustomLang *component = m_component;
-    if (!component || index < 0 || index >= m_actions.size() - 1)
-        return;
-    try {
-        const Verb &verb = verbAt(index);
-        TvxStringList *table = tableOf(component, index);
-        if (!table)
-            return;
-        const QStringList before = table->lines();
-        // The table gets a line for every property the form has now.
-        component->BuildList();
-
-        TvxStringList edited;
-        edited.assign(*table);
-        if (!TDlgForm::ShowDesigner(component, QString::fromLatin1(verb.category), verb.kind, &edited))
-            return;
-        if (!m_component)
-            return;
-        const QStringList after = edited.lines();
-        const QString property = QString::fromLatin1(verb.property);
-
-        QDesignerFormWindowInterface *formWindow = QDesignerFormWindowInterface::findFormWindow(component);
-        if (formWindow && designerStores(formWindow, component, property)) {
-            // Written as an undoable property change that starts from the
-            // table as it was before the rebuild, so undo gives that back.
-            table->setLines(before);
-            formWindow->cursor()->setWidgetProperty(component, property, after);
-            formWindow->setDirty(true);
-        } else {
-            table->setLines(after);
-            if (formWindow)
-                formWindow->setDirty(true);
-        }
-        component->ChangeLanguage();
-    } catch (const EVexilError &error) {
-        reportError(component, error.message());
-    } catch (const std::exception &error) {
-        reportError(component, QString::fromLocal8Bit(error.what()));
-    }
+    VexilDesigner::runEditorVerb(m_component, index);
 }
 
 void TvxTaskMenu::editDoNotTranslate()
 {
+    // Called from Designer's menu: nothing may be thrown back into it.
     TvxCustomLang *component = m_component;
     if (!component)
         return;
     try {
+        const QStringList before = component->DoNotTranslate()->lines();
         QStringList names;
-        if (!TfrmNotTranslate::Execute(component, &names, component->window()))
+        if (!TfrmNotTranslate::Execute(component, &names, component->window()) || !m_component)
             return;
-        if (!m_component)
-            return;
-        const QString property = QStringLiteral("DoNotTranslate");
-        // The list goes in as an undoable property change (the component
-        // upper-cases it and drops repeats as it is set) and the form is
-        // modified, like after any applied edit.
-        QDesignerFormWindowInterface *formWindow = QDesignerFormWindowInterface::findFormWindow(component);
-        if (formWindow && designerStores(formWindow, component, property))
-            formWindow->cursor()->setWidgetProperty(component, property, names);
-        else
-            component->SetDoNotList(names);
-        if (formWindow)
-            formWindow->setDirty(true);
+        // Setting the list is its rebuild: upper-cased, repeats dropped. It
+        // goes in as one undoable change and marks the form modified, like
+        // an applied table.
+        VexilDesigner::commitTable(component, QStringLiteral("DoNotTranslate"), before, names);
     } catch (const EVexilError &error) {
-        reportError(component, error.message());
+        if (m_component)
+            QMessageBox::warning(component->window(), QString::fromLatin1(component->metaObject()->className()),
+                                 error.message());
     } catch (const std::exception &error) {
-        reportError(component, QString::fromLocal8Bit(error.what()));
+        if (m_component)
+            QMessageBox::warning(component->window(), QString::fromLatin1(component->metaObject()->className()),
+                                 QString::fromLocal8Bit(error.what()));
     }
-}
-
-void TvxTaskMenu::reportError(TvxCustomLang *component, const QString &message)
-{
-    QMessageBox::warning(component->window(), QString::fromLatin1(component->metaObject()->className()), message);
 }
 
 TvxTaskMenuFactory::TvxTaskMenuFactory(QExtensionManager *parent) : QExtensionFactory(parent) {}

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "vxdesignertools_export.h"
+
 #include <QtWidgets/QDialog>
 
 class QComboBox;
 
 /// The unit picker of the scans without a form: a unit of the project and
 /// the form whose translation component it fetches from.
-class TfrmTranslUnits : public QDialog
+class VEXIL_DESIGNER_EXPORT TfrmTranslUnits : public QDialog
 {
     Q_OBJECT
 public:

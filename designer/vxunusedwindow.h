@@ -1,12 +1,14 @@
 #pragma once
 
+#include "vxdesignertools_export.h"
+
 #include <QtWidgets/QWidget>
 
 class QTableWidget;
 
 /// The list of a form's string identifiers its unit no longer fetches. One
 /// exists at a time; it is not modal and frees itself when closed.
-class TvxUnusedIdsWindow : public QWidget
+class VEXIL_DESIGNER_EXPORT TvxUnusedIdsWindow : public QWidget
 {
     Q_OBJECT
 public:

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the project and starts Qt Designer with the suite's plugin from the
 # build tree: its components on the "Kestrava" page of the widget box, the
-# translation components' editor verbs in their context menu.
+# translation components' editor verbs in their context menu, the expert
+# in the Settings menu.
 #
 #   bash scripts/designer.sh [form.ui ...]
 #

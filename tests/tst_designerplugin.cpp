@@ -1,6 +1,7 @@
 // The Designer plugin inside a real form editor: the components in the
 // widget box, the verbs on a form, an applied edit in the saved form and in
 // the undo stack, a cancelled one nowhere.
+#include "designercore.h"
 #include "dialogdriver.h"
 
 #include "vxcomp.h"
@@ -160,23 +161,16 @@ private:
     QDesignerFormWindowInterface *openForm(const QString &ui);
     QDesignerTaskMenuExtension *taskMenu(QWidget *component) const;
 
+    std::unique_ptr<DesignerCore> m_designer;
     QDesignerFormEditorInterface *m_core = nullptr;
-    QObject *m_taskMenu = nullptr;
-    QObject *m_integration = nullptr;
-    QDesignerFormWindowInterface *m_form = nullptr;
     std::unique_ptr<QTemporaryDir> m_dir;
 };
 
 void TestDesignerPlugin::initTestCase()
 {
-    // Designer looks for plugins in the "designer" folder of every library
-    // path: the build tree's holds ours.
-    QCoreApplication::addLibraryPath(QStringLiteral(VEXIL_PLUGIN_DIR));
-    m_core = QDesignerComponents::createFormEditor(this);
+    m_designer = std::make_unique<DesignerCore>();
+    m_core = m_designer->core;
     QVERIFY(m_core);
-    m_taskMenu = QDesignerComponents::createTaskMenu(m_core, this);
-    m_integration = new QDesignerIntegration(m_core, this);
-    QDesignerComponents::initializePlugins(m_core);
 }
 
 void TestDesignerPlugin::init()
@@ -188,33 +182,19 @@ void TestDesignerPlugin::init()
 
 void TestDesignerPlugin::cleanup()
 {
-    if (m_form) {
-        m_core->formWindowManager()->removeFormWindow(m_form);
-        delete m_form;
-        m_form = nullptr;
-    }
+    m_designer->closeForms();
 }
 
 void TestDesignerPlugin::cleanupTestCase()
 {
-    // Designer's pieces go before the core they use.
-    delete m_integration;
-    delete m_taskMenu;
-    delete m_core;
+    m_designer.reset();
     m_core = nullptr;
 }
 
 QDesignerFormWindowInterface *TestDesignerPlugin::openForm(const QString &ui)
 {
-    QDesignerFormWindowManagerInterface *manager = m_core->formWindowManager();
-    m_form = manager->createFormWindow(nullptr);
-    manager->addFormWindow(m_form);
-    if (!m_form->setContents(ui))
-        return nullptr;
-    manager->setActiveFormWindow(m_form);
-    m_form->setDirty(false);
-    m_form->commandHistory()->clear();
-    return m_form;
+    m_designer->closeForms();
+    return m_designer->openForm(ui);
 }
 
 QDesignerTaskMenuExtension *TestDesignerPlugin::taskMenu(QWidget *component) const

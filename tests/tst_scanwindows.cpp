@@ -129,10 +129,10 @@ public:
     bool insertComponent(const QString &formName) override
     {
         inserted << formName;
-        QString ui = readAll(form(formName).uiFile);
+        QString ui = readAll(form(formName).uiPath);
         ui.replace(QStringLiteral("</rect></property>\n </widget>"),
                    QStringLiteral("</rect></property>\n  <widget class=\"TVexil\" name=\"Vexil1\"/>\n </widget>"));
-        writeAll(form(formName).uiFile, ui);
+        writeAll(form(formName).uiPath, ui);
         return true;
     }
     void refresh() override { ++refreshes; }
@@ -151,7 +151,7 @@ void answerNextBox(QString *text, QMessageBox::StandardButton button = QMessageB
 
 } // namespace
 
-class tst_ExpertWindows : public QObject
+class tst_ScanWindows : public QObject
 {
     Q_OBJECT
 private slots:
@@ -180,7 +180,7 @@ private:
     QObject *m_integration = nullptr;
 };
 
-void tst_ExpertWindows::initTestCase()
+void tst_ScanWindows::initTestCase()
 {
     QCoreApplication::addLibraryPath(QStringLiteral(VEXIL_PLUGIN_DIR));
     m_core = QDesignerComponents::createFormEditor(this);
@@ -189,7 +189,7 @@ void tst_ExpertWindows::initTestCase()
     QDesignerComponents::initializePlugins(m_core);
 }
 
-void tst_ExpertWindows::init()
+void tst_ScanWindows::init()
 {
     m_dir = std::make_unique<QTemporaryDir>();
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_dir->path());
@@ -207,7 +207,7 @@ void tst_ExpertWindows::init()
     }
 }
 
-void tst_ExpertWindows::cleanup()
+void tst_ScanWindows::cleanup()
 {
     for (QDesignerFormWindowInterface *fw : std::as_const(m_project->open)) {
         m_core->formWindowManager()->removeFormWindow(fw);
@@ -217,20 +217,20 @@ void tst_ExpertWindows::cleanup()
     m_main.reset();
 }
 
-void tst_ExpertWindows::cleanupTestCase()
+void tst_ScanWindows::cleanupTestCase()
 {
     delete m_integration;
     delete m_core;
 }
 
-TvxFoundList tst_ExpertWindows::sampleList() const
+TvxFoundList tst_ScanWindows::sampleList() const
 {
     const QString src = QStringLiteral("void Form1::f()\n{\n    a(\"Open the file\");\n    b(\"Save changes?\");\n"
                                        "    c(\"Name\" \"s\");\n    d(\"A text longer than fifteen characters\");\n}\n");
     return TvxFoundList(scanStatements(src, callPrefix(QStringLiteral("Form1"), QStringLiteral("Vexil1"), true), 3).rows);
 }
 
-void tst_ExpertWindows::foundFormControls()
+void tst_ScanWindows::foundFormControls()
 {
     TvxFoundList list = sampleList();
     TfrmFound form(&list);
@@ -312,7 +312,7 @@ void tst_ExpertWindows::foundFormControls()
     shot.save(QStringLiteral(VEXIL_SCREENSHOT_DIR "/found-form.png"));
 }
 
-void tst_ExpertWindows::foundFormMarksDrawnAndDeleted()
+void tst_ScanWindows::foundFormMarksDrawnAndDeleted()
 {
     TvxFoundList list = sampleList();
     TfrmFound form(&list);
@@ -372,7 +372,7 @@ void tst_ExpertWindows::foundFormMarksDrawnAndDeleted()
     QVERIFY(!form.findChild<QAction *>(QStringLiteral("StartID1"))->isEnabled());
 }
 
-void tst_ExpertWindows::foundFormReplaceAsksAfterEdits()
+void tst_ScanWindows::foundFormReplaceAsksAfterEdits()
 {
     TvxFoundList list = sampleList();
     TfrmFound form(&list);
@@ -392,7 +392,7 @@ void tst_ExpertWindows::foundFormReplaceAsksAfterEdits()
     QCOMPARE(form.result(), int(QDialog::Accepted));
 }
 
-void tst_ExpertWindows::foundFormPlacementKept()
+void tst_ScanWindows::foundFormPlacementKept()
 {
     TvxFoundList list = sampleList();
     {
@@ -410,7 +410,7 @@ void tst_ExpertWindows::foundFormPlacementKept()
     QTRY_COMPARE(again.height(), 333);
 }
 
-void tst_ExpertWindows::menus()
+void tst_ScanWindows::menus()
 {
     TvxExpertCommands commands(m_project.get());
     QMenuBar bar;
@@ -432,7 +432,7 @@ void tst_ExpertWindows::menus()
                                  "    &3. To  TVexilRT", "    &4. To  TVexilLinked", "    &5. To  TVexilTLV"}));
 }
 
-void tst_ExpertWindows::scanWithFormWritesUnitAndForm()
+void tst_ScanWindows::scanWithFormWritesUnitAndForm()
 {
     TvxExpertCommands commands(m_project.get());
     m_project->selected = {QStringLiteral("Orders"), QStringLiteral("Plain")};
@@ -459,23 +459,23 @@ void tst_ExpertWindows::scanWithFormWritesUnitAndForm()
     QCOMPARE(progressSeen, QString()); // hidden before the message
     QCOMPARE(m_project->inserted, QStringList{QStringLiteral("Plain")});
     QCOMPARE(m_project->refreshes, 1);
-    const QString unit = readAll(m_project->form(QStringLiteral("Orders")).sourceFile);
+    const QString unit = readAll(m_project->form(QStringLiteral("Orders")).cppPath);
     QVERIFY2(unit.contains(QLatin1String("QStringLiteral(ui->Vexil1->GetText(\"IDS_0\" /* \"Orders\" */ ))")),
              qPrintable(unit));
-    QCOMPARE(uiStringList(readAll(m_project->form(QStringLiteral("Orders")).uiFile), QStringLiteral("Vexil1"),
+    QCOMPARE(uiStringList(readAll(m_project->form(QStringLiteral("Orders")).uiPath), QStringLiteral("Vexil1"),
                           QStringLiteral("Strings")),
              (QStringList{QStringLiteral("IDS_0\tOrders\t"), QStringLiteral("IDS_1\tHello\t")}));
     // The cancelled review changed nothing of Plain's unit.
-    QCOMPARE(readAll(m_project->form(QStringLiteral("Plain")).sourceFile), unitText(QStringLiteral("Plain")));
+    QCOMPARE(readAll(m_project->form(QStringLiteral("Plain")).cppPath), unitText(QStringLiteral("Plain")));
     Q_UNUSED(second);
 }
 
-void tst_ExpertWindows::scanOfOpenFormGoesThroughDesigner()
+void tst_ScanWindows::scanOfOpenFormGoesThroughDesigner()
 {
     QDesignerFormWindowManagerInterface *manager = m_core->formWindowManager();
     QDesignerFormWindowInterface *fw = manager->createFormWindow(nullptr);
     manager->addFormWindow(fw);
-    QVERIFY(fw->setContents(readAll(m_project->form(QStringLiteral("Orders")).uiFile)));
+    QVERIFY(fw->setContents(readAll(m_project->form(QStringLiteral("Orders")).uiPath)));
     fw->setDirty(false);
     fw->commandHistory()->clear();
     m_project->open.insert(QStringLiteral("Orders"), fw);
@@ -493,7 +493,7 @@ void tst_ExpertWindows::scanOfOpenFormGoesThroughDesigner()
         found->accept();
         answerNextBox(&box);
     });
-    const QString uiBefore = readAll(m_project->form(QStringLiteral("Orders")).uiFile);
+    const QString uiBefore = readAll(m_project->form(QStringLiteral("Orders")).uiPath);
     commands.Translatesource1Click();
     QCOMPARE(box, Msg::translated());
     QCOMPARE(vexil->Strings()->lines(), (QStringList{QStringLiteral("OLD\told\t"), QStringLiteral("IDS_1\tOrders\t"),
@@ -502,17 +502,17 @@ void tst_ExpertWindows::scanOfOpenFormGoesThroughDesigner()
     // Designer's to save.
     QCOMPARE(fw->commandHistory()->count(), 1);
     QVERIFY(fw->isDirty());
-    QCOMPARE(readAll(m_project->form(QStringLiteral("Orders")).uiFile), uiBefore);
+    QCOMPARE(readAll(m_project->form(QStringLiteral("Orders")).uiPath), uiBefore);
 
     // While it is open, its type is not changed.
     answerNextBox(&box);
     commands.ToTVexil1Click(2);
     QCOMPARE(box, Msg::fileShouldBeClosed());
-    QCOMPARE(uiWidgetClass(readAll(m_project->form(QStringLiteral("Orders")).uiFile), QStringLiteral("Vexil1")),
+    QCOMPARE(uiWidgetClass(readAll(m_project->form(QStringLiteral("Orders")).uiPath), QStringLiteral("Vexil1")),
              QStringLiteral("TVexil"));
 }
 
-void tst_ExpertWindows::unitPickerAndNoForms()
+void tst_ScanWindows::unitPickerAndNoForms()
 {
     TvxExpertCommands commands(m_project.get());
     onNextModal([&](QWidget *w) {
@@ -532,16 +532,16 @@ void tst_ExpertWindows::unitPickerAndNoForms()
         });
     });
     commands.TranslateUnit1Click();
-    QCOMPARE(readAll(m_project->form(QStringLiteral("Plain")).sourceFile), unitText(QStringLiteral("Plain")));
+    QCOMPARE(readAll(m_project->form(QStringLiteral("Plain")).cppPath), unitText(QStringLiteral("Plain")));
 
-    QFile::remove(m_project->form(QStringLiteral("Orders")).uiFile);
+    QFile::remove(m_project->form(QStringLiteral("Orders")).uiPath);
     QString box;
     answerNextBox(&box);
     commands.WithoutForm1Click();
     QCOMPARE(box, Msg::noFormsWithVexil());
 }
 
-void tst_ExpertWindows::unusedIdsWindowIsSingleAndModeless()
+void tst_ScanWindows::unusedIdsWindowIsSingleAndModeless()
 {
     TvxExpertCommands commands(m_project.get());
     m_project->selected = {QStringLiteral("Plain")};
@@ -556,11 +556,11 @@ void tst_ExpertWindows::unusedIdsWindowIsSingleAndModeless()
     QCOMPARE(box, Msg::allIdsUsed().arg(QStringLiteral("Orders")));
     QVERIFY(!TvxUnusedIdsWindow::existing());
 
-    QString ui = readAll(m_project->form(QStringLiteral("Orders")).uiFile);
+    QString ui = readAll(m_project->form(QStringLiteral("Orders")).uiPath);
     QVERIFY(setUiStringList(&ui, QStringLiteral("Vexil1"), QStringLiteral("Strings"),
                             {QStringLiteral("IDS_1\ta\t"), QStringLiteral("IDS_2\tb\t")}));
-    writeAll(m_project->form(QStringLiteral("Orders")).uiFile, ui);
-    writeAll(m_project->form(QStringLiteral("Orders")).sourceFile,
+    writeAll(m_project->form(QStringLiteral("Orders")).uiPath, ui);
+    writeAll(m_project->form(QStringLiteral("Orders")).cppPath,
              QStringLiteral("void f()\n{\n    x(ui->Vexil1->GetText(\"IDS_2\"));\n}\n"));
     commands.CheckunusedIDs1Click();
     TvxUnusedIdsWindow *window = TvxUnusedIdsWindow::existing();
@@ -577,12 +577,12 @@ void tst_ExpertWindows::unusedIdsWindowIsSingleAndModeless()
     QTRY_VERIFY(!TvxUnusedIdsWindow::existing());
 }
 
-void tst_ExpertWindows::typeChange()
+void tst_ScanWindows::typeChange()
 {
     TvxExpertCommands commands(m_project.get());
     m_project->selected = {QStringLiteral("Orders")};
     commands.ToTVexil1Click(4);
-    const QString ui = readAll(m_project->form(QStringLiteral("Orders")).uiFile);
+    const QString ui = readAll(m_project->form(QStringLiteral("Orders")).uiPath);
     QCOMPARE(uiWidgetClass(ui, QStringLiteral("Vexil1")), QStringLiteral("TVexilTLV"));
     QVERIFY(ui.contains(QLatin1String("<header>vxvexiltlv.h</header>")));
     QString box;
@@ -592,5 +592,5 @@ void tst_ExpertWindows::typeChange()
     QCOMPARE(box, Msg::formNotTranslated().arg(QStringLiteral("Plain")));
 }
 
-QTEST_MAIN(tst_ExpertWindows)
-#include "tst_expertwindows.moc"
+QTEST_MAIN(tst_ScanWindows)
+#include "tst_scanwindows.moc"
