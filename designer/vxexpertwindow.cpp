@@ -3,6 +3,8 @@
 #include "vxcomp.h"
 #include "vxerrors.h"
 #include "vxexpert.h"
+#include "vxexpertcommands.h"
+#include "vxprogresswindow.h"
 #include "vxoptions.h"
 #include "vxsettings.h"
 #include "vxtaskmenu.h"
@@ -51,6 +53,41 @@ QChar fileDelimiter()
 }
 
 } // namespace
+
+// What the source commands see of this window: its forms, their files and
+// components, and Designer's form windows.
+class TfrmVexil::ScanProject : public TvxExpertProject
+{
+public:
+    explicit ScanProject(TfrmVexil *window) : m_window(window) {}
+
+    QWidget *window() const override { return m_window; }
+    QStringList selectedForms() const override { return m_window->SelectedForms(); }
+    TvxProjectForm form(const QString &name) const override
+    {
+        const int row = m_window->rowOf(name);
+        return row < 0 ? TvxProjectForm() : m_window->m_rows.at(row).form;
+    }
+    QStringList formsWithComponent() const override
+    {
+        QStringList names;
+        for (const QString &name : m_window->formNames()) {
+            if (m_window->CheckTVexil(name))
+                names << name;
+        }
+        return names;
+    }
+    QStringList units() const override { return m_window->m_project.units(); }
+    QDesignerFormWindowInterface *openFormWindow(const QString &name) const override
+    {
+        return m_window->formWindowOf(name);
+    }
+    bool insertComponent(const QString &formName) override { return m_window->InsertTVexil(formName) != nullptr; }
+    void refresh() override { m_window->RefreshList(); }
+
+private:
+    TfrmVexil *m_window;
+};
 
 TfrmVexil::TfrmVexil(TVexilExpert *expert, QWidget *parent) : QMainWindow(parent), m_expert(expert)
 {
@@ -145,6 +182,11 @@ void TfrmVexil::createActions()
     translations->addAction(QStringLiteral("&Save all..."), this, guarded([this] { fileCommand(0); }));
     translations->addAction(QStringLiteral("&Load all..."), this, guarded([this] { fileCommand(1); }));
     translations->addAction(QStringLiteral("&Merge all..."), this, guarded([this] { fileCommand(2); }));
+
+    // The source scan's "&Source", "&Const section" and "&Tools" menus.
+    m_scanProject = std::make_unique<ScanProject>(this);
+    m_commands = new TvxExpertCommands(m_scanProject.get(), this);
+    buildExpertMenus(menuBar(), m_commands);
 
     QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
     m_stayOnTop = view->addAction(QStringLiteral("Stay on &top"));

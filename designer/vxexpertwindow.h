@@ -4,6 +4,8 @@
 #include "vxproject.h"
 
 #include <QtCore/QPointer>
+
+#include <memory>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QMainWindow>
 
@@ -13,6 +15,7 @@ class QStandardItemModel;
 class QTreeView;
 class TVexilExpert;
 class TvxCustomLang;
+class TvxExpertCommands;
 
 /// The expert's main window: the project's forms with their translation
 /// state, and the commands that work on them (insert a translation
@@ -92,6 +95,9 @@ public:
     QTreeView *lvForms() const { return m_lvForms; }
     QStandardItemModel *formModel() const { return m_model; }
     QMenu *formsMenu() const { return m_formsMenu; }
+    /// The source scan and maintenance commands behind the "&Source",
+    /// "&Const section" and "&Tools" menus.
+    TvxExpertCommands *commands() const { return m_commands; }
 
     // Told by the notifiers.
     void formWindowChanged(QDesignerFormWindowInterface *formWindow);
@@ -105,6 +111,9 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    class ScanProject;
+    friend class ScanProject;
+
     struct Row
     {
         TvxProjectForm form;
@@ -134,4 +143,6 @@ private:
     QAction *m_stayOnTop = nullptr;
     QAction *m_dockAction = nullptr;
     QPointer<QDockWidget> m_dock;
+    std::unique_ptr<ScanProject> m_scanProject;
+    TvxExpertCommands *m_commands = nullptr;
 };

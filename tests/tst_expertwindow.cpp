@@ -74,6 +74,7 @@ private Q_SLOTS:
     void allFormsThroughOneFile();
     void openAllFormsAtStartUp();
     void optionsStayOnTopAndPictures();
+    void sourceMenusWorkOnTheListedForms();
 
 private:
     TfrmVexil *openWindow();
@@ -426,6 +427,46 @@ void TestExpertWindow::optionsStayOnTopAndPictures()
     TfrmOptions options(m_expert.get(), window);
     options.adjustSize();
     QVERIFY(options.grab().save(QStringLiteral(VEXIL_SCREENSHOT_DIR "/expert-options.png")));
+}
+
+
+void TestExpertWindow::sourceMenusWorkOnTheListedForms()
+{
+    const QString unit = m_project->path() + QStringLiteral("/form1.cpp");
+    QVERIFY(writeFile(unit, QStringLiteral("#include \"form1.h\"\n\nForm1::Form1(QWidget *parent)\n"
+                                           "    : QWidget(parent)\n{\n    setWindowTitle(tr(\"Orders list\"));\n}\n")));
+    TfrmVexil *window = openWindow();
+    QStringList titles;
+    for (QAction *menu : window->menuBar()->actions())
+        titles << menu->text();
+    QVERIFY2(titles.contains(QLatin1String("&Source")) && titles.contains(QLatin1String("&Const section"))
+                 && titles.contains(QLatin1String("&Tools")),
+             qPrintable(titles.join(QLatin1Char(','))));
+
+    // "&Source" / "&With form..." on the selected form, which is not open in
+    // Designer: its unit is rewritten and its .ui gets the Strings.
+    window->selectForm(QStringLiteral("Form1"));
+    QString review, message;
+    onNextModal([&](QWidget *found) {
+        review = found->windowTitle();
+        onNextModal([&message](QWidget *w) {
+            auto *box = qobject_cast<QMessageBox *>(w);
+            message = box ? box->text() : QString();
+            w->close();
+        });
+        static_cast<QDialog *>(found)->accept();
+    });
+    auto *translate = window->findChild<QAction *>(QStringLiteral("Translatesource1"));
+    QVERIFY(translate);
+    translate->trigger();
+    QVERIFY(!review.isEmpty());
+    QCOMPARE(message, QStringLiteral("Source file translated. All string constants added to \"Strings\" property."));
+    QVERIFY2(readFile(unit).contains(QLatin1String("tr(ui->Vexil1->GetText(\"IDS_0\" /* \"Orders list\" */ ))")),
+             qPrintable(readFile(unit)));
+    QVERIFY(readFile(m_project->path() + QStringLiteral("/form1.ui")).contains(QLatin1String("IDS_0\tOrders list\t")));
+    // The list was read again.
+    QVERIFY2(cell(window, QStringLiteral("Form1"), TfrmVexil::colLines).contains(QLatin1String("Strings 1")),
+             qPrintable(cell(window, QStringLiteral("Form1"), TfrmVexil::colLines)));
 }
 
 QTEST_MAIN(TestExpertWindow)
