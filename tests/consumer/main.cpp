@@ -10,6 +10,7 @@
 
 class ConsumerForm : public QWidget
 {
+    Q_OBJECT
 public:
     ConsumerForm() { ui.setupUi(this); }
     Ui::ConsumerForm ui;
@@ -27,3 +28,5 @@ int main(int argc, char *argv[])
         && ready == QStringLiteral("Bereit");
     return ok ? 0 : 1;
 }
+
+#include "main.moc"
