@@ -269,6 +269,10 @@ struct LanguageTable
                 continue;
             codeByName.insert(name, code);
             nameByCode.insert(code.toLower(), name);
+            // Files often name a language in that language: "DEUTSCH", "FRANÇAIS".
+            const QString native = QLocale(lang).nativeLanguageName().toUpper();
+            if (!native.isEmpty() && !codeByName.contains(native))
+                codeByName.insert(native, code);
         }
     }
 };

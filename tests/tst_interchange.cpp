@@ -507,6 +507,9 @@ void TstInterchange::targetLanguageIsFoundFromFileOrName()
     QString error;
     QCOMPARE(targetLanguage(table, QStringLiteral("3"), QString(), QString(), false, &error), 3);
     QCOMPARE(targetLanguage(table, QStringLiteral("german"), QString(), QString(), false, &error), 2);
+    // Names written in the language itself map to its code as well.
+    QCOMPARE(targetLanguage(table, QString(), QStringLiteral("fr"), QString(), false, &error), 3);
+    QCOMPARE(languageCode(QStringLiteral("Deutsch")), QStringLiteral("de"));
     QCOMPARE(targetLanguage(table, QStringLiteral("de"), QString(), QString(), false, &error), 2);
     QCOMPARE(targetLanguage(table, QString(), QStringLiteral("de_DE"), QString(), false, &error), 2);
     QCOMPARE(targetLanguage(table, QString(), QString(), QStringLiteral("x/app_3.po"), false, &error), 3);

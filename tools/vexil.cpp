@@ -93,8 +93,15 @@ struct Command
         if (!parser.parse(args))
             return usageError(parser.errorText(), name);
         if (parser.isSet(QStringLiteral("help"))) {
-            out() << parser.helpText().replace(QCoreApplication::applicationName() + QLatin1Char(' '),
-                                                QStringLiteral("vexil ") + name + QLatin1Char(' '));
+            // Qt names the program by the path it was started with.
+            QString help = parser.helpText();
+            const QString program = QCoreApplication::arguments().constFirst();
+            const qsizetype at = help.indexOf(program);
+            if (at >= 0)
+                help.replace(at, program.size(), QStringLiteral("vexil ") + name);
+            if (!help.endsWith(QLatin1Char('\n')))
+                help += QLatin1Char('\n');
+            out() << help;
             out().flush();
             return ExitOk;
         }
@@ -232,7 +239,7 @@ int runExport(const QStringList &args)
         out() << target << ": " << messages.messages.size() << " messages, language " << n << " ("
               << table.languageName(n) << ")";
         if (skipped)
-            out() << ", " << skipped << " entries without a language-1 text left out";
+            out() << ", left out for an empty language-1 text: " << skipped;
         out() << "\n";
     }
     out().flush();
