@@ -95,6 +95,10 @@ TvxImportReport importMessages(TvxTranslationTable &table, const TvxMessageFile 
     TvxImportReport report;
     const qint64 total = file.messages.size();
     qint64 done = 0;
+    // Messages come grouped by context: its form and category are worked out once per run.
+    QString lastContext, form;
+    TStringsType category = stCaptions;
+    bool contextOk = false;
     for (const TvxMessage &m : file.messages) {
         if (progress && ++done % ProgressStep == 0)
             progress(done, total);
@@ -102,14 +106,16 @@ TvxImportReport importMessages(TvxTranslationTable &table, const TvxMessageFile 
             ++report.obsolete;
             continue;
         }
-        QString form;
-        TStringsType category;
-        const QString where = QStringLiteral("line %1: %2 %3").arg(m.line).arg(m.context, m.comment);
+        if (m.context != lastContext || lastContext.isNull()) {
+            lastContext = m.context.isNull() ? QLatin1String("") : m.context;
+            contextOk = splitMessageContext(m.context, &form, &category);
+        }
+        auto where = [&m] { return QStringLiteral("line %1: %2 %3").arg(m.line).arg(m.context, m.comment); };
         int entry = -1;
-        if (splitMessageContext(m.context, &form, &category) && !m.comment.isEmpty())
+        if (contextOk && !m.comment.isEmpty())
             entry = table.indexOf(category, m.comment);
         if (entry < 0 || table.entries().at(entry).form().compare(form, Qt::CaseInsensitive) != 0) {
-            report.unmatched << where;
+            report.unmatched << where();
             continue;
         }
         if (!m.finished || m.translation.isEmpty()) {
@@ -117,7 +123,7 @@ TvxImportReport importMessages(TvxTranslationTable &table, const TvxMessageFile 
             continue;
         }
         if (table.text(entry, 1) != m.source) {
-            report.sourceChanged << where;
+            report.sourceChanged << where();
             continue;
         }
         if (table.setText(entry, language, m.translation))

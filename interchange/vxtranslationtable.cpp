@@ -136,16 +136,25 @@ bool TvxTranslationTable::load(const QString &fileName, QString *error)
     m_entries.clear();
     for (auto &index : m_index)
         index.clear();
+    QList<FF::Entry> lists[StringsTypeCount];
+    qsizetype total = 0;
     for (int c = 0; c < StringsTypeCount; ++c) {
-        const auto list = FF::sectionEntries(*ini, sectionName(TStringsType(c)));
+        lists[c] = FF::sectionEntries(*ini, sectionName(TStringsType(c)));
+        total += lists[c].size();
+    }
+    m_entries.reserve(total);
+    for (int c = 0; c < StringsTypeCount; ++c) {
+        const auto &list = lists[c];
         m_index[c].reserve(list.size());
         for (const auto &e : list) {
             const int fields = e.value.contains(m_delimiter) ? int(e.value.count(m_delimiter)
                                                                    + (e.value.endsWith(m_delimiter) ? 0 : 1))
                                                              : 2;
             m_languageCount = std::max(m_languageCount, fields);
-            m_index[c].insert(e.key.toUpper(), int(m_entries.size()));
             m_entries.append({TStringsType(c), e.key, e.value});
+            // The view stays valid: an entry's key is never changed, and
+            // moving the entry does not move the key's characters.
+            m_index[c].insert(Vexil::FoldedKey{m_entries.last().key}, int(m_entries.size()) - 1);
         }
     }
     m_ini = std::move(ini);
@@ -202,7 +211,7 @@ void TvxTranslationTable::setLanguageName(int n, const QString &name)
 
 int TvxTranslationTable::indexOf(TStringsType category, const QString &key) const
 {
-    return m_index[category].value(key.toUpper(), -1);
+    return m_index[category].value(Vexil::FoldedKey{key}, -1);
 }
 
 QStringList TvxTranslationTable::texts(int entry) const
@@ -212,8 +221,23 @@ QStringList TvxTranslationTable::texts(int entry) const
 
 QString TvxTranslationTable::text(int entry, int language) const
 {
-    const QStringList all = texts(entry);
-    return language >= 1 && language <= all.size() ? all.at(language - 1) : QString();
+    // One field cut out of the value, without splitting the others.
+    const QString &value = m_entries.at(entry).value;
+    if (language < 1)
+        return QString();
+    if (!value.contains(m_delimiter))
+        return language <= 2 ? FF::decodeText(value, m_delimiter) : QString();
+    qsizetype from = 0;
+    for (int field = 1; field < language; ++field) {
+        from = value.indexOf(m_delimiter, from);
+        if (from < 0)
+            return QString();
+        ++from;
+    }
+    qsizetype end = value.indexOf(m_delimiter, from);
+    if (end < 0)
+        end = value.size();
+    return FF::decodeText(value.mid(from, end - from), m_delimiter);
 }
 
 bool TvxTranslationTable::setText(int entry, int language, const QString &text)
@@ -244,7 +268,7 @@ void TvxTranslationTable::setTexts(TStringsType category, const QString &key, co
     if (i < 0) {
         i = int(m_entries.size());
         m_entries.append({category, key, QString()});
-        m_index[category].insert(key.toUpper(), i);
+        m_index[category].insert(Vexil::FoldedKey{m_entries.last().key}, i);
     }
     m_entries[i].value = value;
     m_ini->WriteString(sectionName(category), key, value);

@@ -99,7 +99,8 @@ private:
     QStringList m_names;
     int m_languageCount = 0;
     QList<TvxEntry> m_entries;
-    QHash<QString, int> m_index[StringsTypeCount]; // upper-cased key -> entry
+    // Key (viewed in its entry, compared without regard to case) -> entry.
+    QHash<Vexil::FoldedKey, int> m_index[StringsTypeCount];
     bool m_modified = false;
 };
 
