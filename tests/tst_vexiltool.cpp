@@ -65,6 +65,7 @@ private slots:
     void missingAndDamagedInputExitWithThree();
     void exportImportRoundTrip();
     void importReportsUnmatchedMessages();
+    void importQtAddsTheApplicationsLanguage();
     void validateFailsOnBrokenFile();
     void statsAndMerge();
     void scanAndUnusedPrintWhatTheExpertShows();
@@ -230,6 +231,26 @@ void TstVexilTool::importReportsUnmatchedMessages()
     r = vexil({QStringLiteral("import"), QStringLiteral("--strict"), po, m_lng});
     QCOMPARE(r.code, 1);
     QCOMPARE(readAll(m_lng), before);
+}
+
+void TstVexilTool::importQtAddsTheApplicationsLanguage()
+{
+    const QString one = m_dir.filePath(QStringLiteral("one.lng")), ts = m_dir.filePath(QStringLiteral("app_fr.ts"));
+    writeBytes(one, "[OPTIONS]\nDELIMITER=|\n\n[Language names - for internal use only!]\nLanguage_1=ENGLISH\n\n"
+                    "[Captions]\nMainWindow.btnOpen.Caption=&Open|\nMainWindow.MainWindow=Editor|\n\n");
+    writeBytes(ts, "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE TS>\n<TS version=\"2.1\" language=\"fr_FR\">\n"
+                   "<context><name>MainWindow</name>\n"
+                   "<message><source>&amp;Open</source><translation>&amp;Ouvrir</translation></message>\n"
+                   "<message><source>Quit</source><translation>Quitter</translation></message>\n"
+                   "</context>\n</TS>\n");
+    const Result r = vexil({QStringLiteral("import-qt"), ts, one});
+    QCOMPARE(r.code, 0);
+    QVERIFY2(r.out.contains(QStringLiteral("language 2 (FRENCH): 1 updated")), qPrintable(r.out));
+    QVERIFY2(r.err.contains(QStringLiteral("MainWindow \"Quit\": no matching entry")), qPrintable(r.err));
+    const QByteArray bytes = readAll(one);
+    QVERIFY2(bytes.contains("Language_2=FRENCH\n"), bytes.constData());
+    QVERIFY(bytes.contains("MainWindow.btnOpen.Caption=&Open|&Ouvrir|\n"));
+    QVERIFY(bytes.contains("MainWindow.MainWindow=Editor|\n"));
 }
 
 void TstVexilTool::validateFailsOnBrokenFile()

@@ -324,9 +324,11 @@ int runImport(const QStringList &args, bool qtFiles)
         const int n = targetLanguage(table, cmd.parser.value(language), messages.language, f, qtFiles, &error);
         if (n < 0)
             return usageError(error, cmd.name);
-        if (n > table.languageCount() || n > table.languageNames().size()) {
+        // A language new to the file gets its name; the import of our own
+        // files changes texts only.
+        if (qtFiles && n > table.languageNames().size()) {
             const QString langName = languageNameOf(messages.language);
-            if (!langName.isEmpty() && n > table.languageNames().size())
+            if (!langName.isEmpty())
                 table.setLanguageName(n, langName);
         }
         const auto progress = progressFor(QStringLiteral("importing ") + f, messages.messages.size());
