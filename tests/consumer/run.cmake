@@ -1,6 +1,7 @@
 # Installs the build tree into a fresh prefix, then configures, builds and
 # runs the consumer project against it, and runs the installed vexil.
-#   cmake -DBUILD_DIR=... -DSOURCE_DIR=... -DWORK_DIR=... -DBUILD_TYPE=... -P run.cmake
+#   cmake -DBUILD_DIR=... -DSOURCE_DIR=... -DWORK_DIR=... -DBUILD_TYPE=... -DCXX_COMPILER=...
+#         [-DSANITIZE=ON] -P run.cmake
 file(REMOVE_RECURSE ${WORK_DIR})
 set(prefix ${WORK_DIR}/prefix)
 
@@ -29,8 +30,15 @@ if(NOT plugin)
     message(FATAL_ERROR "Designer plugin not installed under ${prefix}")
 endif()
 
+# The consumer is built as the suite was: an instrumented library needs an
+# instrumented program.
+set(flags -DCMAKE_CXX_COMPILER=${CXX_COMPILER})
+if(SANITIZE)
+    list(APPEND flags "-DCMAKE_CXX_FLAGS=-fsanitize=address,undefined -fno-omit-frame-pointer"
+                      "-DCMAKE_EXE_LINKER_FLAGS=-fsanitize=address,undefined")
+endif()
 run("consumer configure" ${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${WORK_DIR}/build
-    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=${BUILD_TYPE})
+    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=${BUILD_TYPE} ${flags})
 run("consumer build" ${CMAKE_COMMAND} --build ${WORK_DIR}/build -j2)
 set(ENV{QT_QPA_PLATFORM} offscreen)
 run("consumer run" ${WORK_DIR}/build/consumer)
