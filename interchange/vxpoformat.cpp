@@ -4,6 +4,8 @@
 #include <QtCore/QSaveFile>
 #include <QtCore/QStringDecoder>
 
+#include <cctype>
+
 namespace Vexil::Interchange::Po {
 
 namespace {
@@ -162,7 +164,7 @@ bool unquote(QStringView line, QString *out)
         case 'x': {
             uint v = 0;
             int n = 0;
-            while (i + 1 < line.size() - 1 && n < 2 && isxdigit(line.at(i + 1).toLatin1())) {
+            while (i + 1 < line.size() - 1 && n < 2 && std::isxdigit(uchar(line.at(i + 1).toLatin1()))) {
                 v = v * 16 + QString(line.at(++i)).toUInt(nullptr, 16);
                 ++n;
             }
@@ -207,7 +209,7 @@ bool fromBytes(const QByteArray &bytes, TvxMessageFile *file, QString *error)
         return false;
     }
     TvxMessageFile result;
-    enum Field { None, Ctxt, Id, IdPlural, Str, StrOther } field = None;
+    enum Field { NoField, Ctxt, Id, IdPlural, Str, StrOther } field = NoField;
     QString ctxt, id, str;
     bool hasCtxt = false, hasId = false, fuzzy = false, obsolete = false, any = false;
     int entryLine = 0;
@@ -237,7 +239,7 @@ bool fromBytes(const QByteArray &bytes, TvxMessageFile *file, QString *error)
         id.clear();
         str.clear();
         hasCtxt = hasId = fuzzy = obsolete = any = false;
-        field = None;
+        field = NoField;
     };
 
     const auto lines = QStringView(text).split(QLatin1Char('\n'));
@@ -326,7 +328,7 @@ bool fromBytes(const QByteArray &bytes, TvxMessageFile *file, QString *error)
             case Str: target = &str; break;
             case IdPlural:
             case StrOther: break;
-            case None:
+            case NoField:
                 if (error)
                     *error = QStringLiteral("line %1: a string outside any msgid, msgstr or msgctxt").arg(lineNo);
                 return false;
