@@ -36,6 +36,23 @@ void appendEscaped(QByteArray &out, const QString &text)
     out += buffer.toUtf8();
 }
 
+// An attribute value: XML 1.0 has no way at all to hold a control
+// character there, so they are left out (a language code has none).
+void appendAttribute(QByteArray &out, const char *name, const QString &value)
+{
+    QString clean;
+    clean.reserve(value.size());
+    for (const QChar c : value) {
+        if (c.unicode() >= 0x20 && c.unicode() != 0xFFFE && c.unicode() != 0xFFFF)
+            clean += c;
+    }
+    out += ' ';
+    out += name;
+    out += "=\"";
+    appendEscaped(out, clean);
+    out += '"';
+}
+
 void appendElement(QByteArray &out, const char *indent, const char *name, const QString &text,
                    const char *attributes = "")
 {
@@ -61,16 +78,10 @@ QByteArray toBytes(const TvxMessageFile &file)
     QByteArray out;
     out.reserve(file.messages.size() * 160 + 256);
     out += "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE TS>\n<TS version=\"2.1\"";
-    if (!file.language.isEmpty()) {
-        out += " language=\"";
-        appendEscaped(out, file.language);
-        out += '"';
-    }
-    if (!file.sourceLanguage.isEmpty()) {
-        out += " sourcelanguage=\"";
-        appendEscaped(out, file.sourceLanguage);
-        out += '"';
-    }
+    if (!file.language.isEmpty())
+        appendAttribute(out, "language", file.language);
+    if (!file.sourceLanguage.isEmpty())
+        appendAttribute(out, "sourcelanguage", file.sourceLanguage);
     out += ">\n";
     QString context;
     bool open = false;

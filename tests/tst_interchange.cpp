@@ -211,6 +211,12 @@ void TstInterchange::tsRoundTripKeepsEveryText()
     }
     // One context per run of messages.
     QCOMPARE(Ts::toBytes(file).count("<context>"), 2);
+
+    // A language code with control characters (read from a damaged .po
+    // header) still gives a well-formed document.
+    file.language = QStringLiteral("de\x05\x01");
+    QVERIFY2(Ts::fromBytes(Ts::toBytes(file), &back, &error), qPrintable(error));
+    QCOMPARE(back.language, QStringLiteral("de"));
 }
 
 void TstInterchange::poRoundTripKeepsEveryText()
