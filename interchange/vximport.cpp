@@ -126,6 +126,10 @@ TvxImportReport importMessages(TvxTranslationTable &table, const TvxMessageFile 
             report.sourceChanged << where();
             continue;
         }
+        if (!TvxTranslationTable::canStore(m.translation)) {
+            report.unstorable << where();
+            continue;
+        }
         if (table.setText(entry, language, m.translation))
             ++report.updated;
         else
@@ -170,6 +174,10 @@ TvxImportReport importQtMessages(TvxTranslationTable &table, const TvxMessageFil
         }
         if (!m.finished || m.translation.isEmpty()) {
             ++report.unfinished;
+            continue;
+        }
+        if (!TvxTranslationTable::canStore(m.translation)) {
+            report.unstorable << QStringLiteral("line %1: %2 \"%3\"").arg(m.line).arg(m.context, m.source);
             continue;
         }
         for (int entry : *hits) {

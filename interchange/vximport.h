@@ -19,6 +19,9 @@ struct TvxImportReport
     QStringList unmatched;
     /// Messages whose source is no longer language 1's text: left out.
     QStringList sourceChanged;
+    /// Translations holding a character a translation file cannot hold
+    /// (NUL, or the control characters 25, 26 and 28 it uses itself): left out.
+    QStringList unstorable;
 };
 
 /// The target language of a translators' file: @p requested when given (a

@@ -240,6 +240,15 @@ QString TvxTranslationTable::text(int entry, int language) const
     return FF::decodeText(value.mid(from, end - from), m_delimiter);
 }
 
+bool TvxTranslationTable::canStore(const QString &text)
+{
+    for (const QChar c : text) {
+        if (c.unicode() == 0 || c == FF::FileCR || c == FF::FileLF || c == FF::DelimInText)
+            return false;
+    }
+    return true;
+}
+
 bool TvxTranslationTable::setText(int entry, int language, const QString &text)
 {
     if (language < 1)

@@ -81,6 +81,11 @@ public:
 
     bool isModified() const { return m_modified; }
 
+    /// Whether a text can be stored so that it reads back as it is: not
+    /// with the characters the file uses for line breaks and the delimiter
+    /// (25, 26, 28), nor with NUL (which marks a file as binary).
+    static bool canStore(const QString &text);
+
     /// The section word of a category and the category of a section word
     /// or table name (without regard to case), -1 for none.
     static QString sectionName(TStringsType category);

@@ -444,13 +444,19 @@ void TstInterchange::importLeavesOutUnfinishedAndChangedSources()
     file.messages = {{QStringLiteral("TForm1/Captions"), QStringLiteral("TForm1.Button2.Caption"), QStringLiteral("&Open"), QStringLiteral("draft"), false},
                      {QStringLiteral("TForm1/Captions"), QStringLiteral("TForm1.Button1.Caption"), QStringLiteral("&Open"), QString(), true},
                      {QStringLiteral("TForm1/Captions"), QStringLiteral("TForm1.TForm1"), QStringLiteral("Old main"), QStringLiteral("Alt"), true},
-                     {QStringLiteral("TForm2/Strings"), QStringLiteral("TForm2.IDS_1"), QStringLiteral("Saved."), QStringLiteral("x"), true, true}};
+                     {QStringLiteral("TForm2/Strings"), QStringLiteral("TForm2.IDS_1"), QStringLiteral("Saved."), QStringLiteral("x"), true, true},
+                     {QStringLiteral("TForm2/Strings"), QStringLiteral("TForm2.IDS_1"), QStringLiteral("Saved."), QStringLiteral("a\x1a" "b"), true},
+                     {QStringLiteral("TForm2/Strings"), QStringLiteral("TForm2.IDS_1"), QStringLiteral("Saved."), QStringLiteral("a") + QChar(0), true}};
     const TvxImportReport report = importMessages(table, file, 2);
     QCOMPARE(report.updated, 0);
     QCOMPARE(report.unfinished, 2);
     QCOMPARE(report.obsolete, 1);
     QCOMPARE(report.sourceChanged.size(), 1);
+    // A file cannot hold these: stored, they would read back as a line
+    // break, or make the file look binary.
+    QCOMPARE(report.unstorable.size(), 2);
     QVERIFY(!table.isModified());
+    QVERIFY(TvxTranslationTable::canStore(QStringLiteral("line\r\nbreak | tab\t")));
 }
 
 void TstInterchange::exportThenImportOfLargeFileIsByteForByte()

@@ -258,12 +258,18 @@ void printImportReport(const QString &file, const TvxImportReport &r, int langua
         out() << ", " << r.unmatched.size() << " without a matching entry";
     if (!r.sourceChanged.isEmpty())
         out() << ", " << r.sourceChanged.size() << " whose source text changed";
+    if (!r.unstorable.isEmpty())
+        out() << ", " << r.unstorable.size() << " with characters a translation file cannot hold";
     out() << "\n";
     out().flush();
     for (const QString &m : r.unmatched)
         err() << file << ": " << m << ": no matching entry, left out\n";
     for (const QString &m : r.sourceChanged)
         err() << file << ": " << m << ": language 1's text is no longer the message's source, left out\n";
+    for (const QString &m : r.unstorable)
+        err() << file << ": " << m
+              << ": the translation holds NUL or a control character 25, 26 or 28, which a translation file "
+                 "cannot hold; left out\n";
     err().flush();
 }
 
@@ -335,7 +341,8 @@ int runImport(const QStringList &args, bool qtFiles)
         const TvxImportReport report = qtFiles ? importQtMessages(table, messages, n, progress)
                                                : importMessages(table, messages, n, progress);
         printImportReport(f, report, n, table.languageName(n));
-        leftOut = leftOut || !report.unmatched.isEmpty() || !report.sourceChanged.isEmpty();
+        leftOut = leftOut || !report.unmatched.isEmpty() || !report.sourceChanged.isEmpty()
+            || !report.unstorable.isEmpty();
     }
     QString error;
     if (!table.save(&error, cmd.parser.value(output)))
