@@ -13,6 +13,9 @@
 #include "vxvexiltlv.h"
 #include "vxsourcescan.h"
 #include "vxunitfile.h"
+#include "vxfileformat.h"
+#include "vximport.h"
+#include "vxtsformat.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
@@ -545,6 +548,96 @@ void benchTableBytes(Figures &out, int n)
     out.add(QStringLiteral("table_bytes_per_char"), double(after - before) / double(chars * 2));
 }
 
+// The interchange with translators' tools: exporting a translation file to
+// .ts and importing a .ts back (read, match, write the file), at two sizes,
+// and the import against Qt's own converter reading the same .ts.
+QString lconvertPath()
+{
+#ifdef VEXIL_LCONVERT
+    return QStringLiteral(VEXIL_LCONVERT);
+#else
+    return QStringLiteral("lconvert");
+#endif
+}
+
+QString writeInterchangeFile(const QDir &dir, int n, bool translated)
+{
+    const QString path = dir.filePath(QStringLiteral("interchange_%1_%2.lng").arg(n).arg(translated ? 1 : 0));
+    QFile::remove(path);
+    TMemIniFile ini(path);
+    Vexil::FileFormat::writeHeader(ini, QLatin1Char('|'), {QStringLiteral("ENGLISH"), QStringLiteral("GERMAN"), QStringLiteral("FRENCH")});
+    static const char *const sections[] = {"Captions", "Hints", "Strings", "Multilines"};
+    for (int i = 0; i < n; ++i) {
+        const QStringList texts{englishText(i), translated ? translatedText(2, i) : QString(),
+                                translated ? translatedText(3, i) : QString()};
+        ini.WriteString(QLatin1String(sections[i % 4]), QStringLiteral("Form%1.Item%2").arg(i % 20).arg(i),
+                        Vexil::Interchange::TvxTranslationTable::joinValue(texts, QLatin1Char('|')));
+    }
+    ini.UpdateFile();
+    return path;
+}
+
+void benchInterchange(Figures &out, const QDir &dir, const QList<int> &sizes, int reps)
+{
+    using namespace Vexil::Interchange;
+    QList<double> exports, imports;
+    double lastImport = 0;
+    QString lastTs;
+    for (int n : sizes) {
+        const QString full = writeInterchangeFile(dir, n, true);
+        const QString blank = writeInterchangeFile(dir, n, false);
+        const QString ts = dir.filePath(QStringLiteral("interchange_%1_de.ts").arg(n));
+        std::vector<double> ex, im;
+        for (int r = 0; r < reps; ++r) {
+            ex.push_back(timeMs([&] {
+                TvxTranslationTable table;
+                QString error;
+                if (!table.load(full, &error) || !Ts::write(exportMessages(table, 2, {}, {}), ts, &error))
+                    qFatal("export failed: %s", qPrintable(error));
+            }));
+        }
+        const QString work = dir.filePath(QStringLiteral("interchange_work.lng"));
+        for (int r = 0; r < reps; ++r) {
+            QFile::remove(work);
+            QFile::copy(blank, work);
+            int updated = 0;
+            im.push_back(timeMs([&] {
+                TvxTranslationTable table;
+                TvxMessageFile messages;
+                QString error;
+                if (!table.load(work, &error) || !Ts::read(ts, &messages, &error))
+                    qFatal("import failed: %s", qPrintable(error));
+                updated = importMessages(table, messages, 2).updated;
+                if (!table.save(&error))
+                    qFatal("import failed: %s", qPrintable(error));
+            }));
+            if (updated != n)
+                qFatal("import updated %d of %d entries", updated, n);
+        }
+        exports << median(ex);
+        imports << median(im);
+        out.add(QStringLiteral("export_%1_ms").arg(n), exports.last());
+        out.add(QStringLiteral("import_%1_ms").arg(n), imports.last());
+        lastImport = imports.last();
+        lastTs = ts;
+    }
+    out.add(QStringLiteral("export_scaling"), exports.last() / exports.first());
+    out.add(QStringLiteral("import_scaling"), imports.last() / imports.first());
+
+    std::vector<double> lc;
+    const QString po = dir.filePath(QStringLiteral("interchange_lconvert.po"));
+    for (int r = 0; r < reps; ++r) {
+        lc.push_back(timeMs([&] {
+            QProcess p;
+            p.start(lconvertPath(), {QStringLiteral("-i"), lastTs, QStringLiteral("-o"), po});
+            if (!p.waitForFinished(600000) || p.exitCode() != 0)
+                qFatal("lconvert failed: %s", p.readAllStandardError().constData());
+        }));
+    }
+    out.add(QStringLiteral("lconvert_%1_ms").arg(sizes.last()), median(lc));
+    out.add(QStringLiteral("import_vs_lconvert"), lastImport / median(lc));
+}
+
 } // namespace
 
 
@@ -848,7 +941,7 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("Fewer repetitions."));
     QCommandLineOption only(QStringLiteral("only"),
-                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey, memory, editor, dictionary, items or scan."),
+                            QStringLiteral("Run one group: switch, gettext, buildlist, files, maintenance, deletekey, memory, editor, dictionary, items, scan or interchange."),
                             QStringLiteral("group"));
     parser.addOption(quick);
     parser.addOption(only);
@@ -902,6 +995,8 @@ int main(int argc, char *argv[])
     if (wanted("dictionary"))
         benchDictionary(out, dir, {5000, 10000}, parser.isSet(quick) ? 1 : 3);
 #endif
+    if (wanted("interchange"))
+        benchInterchange(out, dir, {50000, 100000}, reps);
 
     for (const auto &line : std::as_const(out.lines))
         std::printf("%s: %s\n", qPrintable(line.first), qPrintable(line.second));

@@ -394,6 +394,11 @@ TvxGridModel::Differences TvxGridModel::differences(int row, int column) const
     return Differences(m_differences.at(qsizetype(row) * m_columns + column));
 }
 
+TvxGridModel::Differences TvxGridModel::compareTexts(const QString &reference, const QString &text)
+{
+    return compare(reference, text);
+}
+
 QString TvxGridModel::describe(Differences d)
 {
     QStringList parts;

@@ -93,6 +93,10 @@ public:
     int differenceCount() const { return m_differenceCount; }
     /// The words a tool tip shows for @p d.
     static QString describe(Differences d);
+    /// What @p text differs in from @p reference (language 1's text); an
+    /// empty text on either side differs in nothing. The grid's marks and
+    /// the command-line validation both use it.
+    static Differences compareTexts(const QString &reference, const QString &text);
 
     /// Font of a language cell, by the row's key and the column; an empty
     /// name keeps the view's font.

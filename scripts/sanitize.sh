@@ -29,7 +29,7 @@ rm -rf "$build/test-data" && mkdir -p "$build/test-data"
 
 findings="$build/fuzz-findings"
 mkdir -p "$findings"
-for target in memini langfile; do
+for target in memini langfile messages; do
     work="$(mktemp -d)"
     echo "fuzzing $target for ${seconds}s"
     "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=4096 \

@@ -12,6 +12,7 @@ packages=(
   clang-14 libclang-rt-14-dev
   fonts-dejavu-core
   qtbase5-examples
+  gettext
 )
 
 missing=()
