@@ -52,6 +52,11 @@ QChar fileDelimiter()
     return text.isEmpty() ? QLatin1Char('|') : text.at(0);
 }
 
+QString formCount(int count)
+{
+    return count == 1 ? QStringLiteral("1 form") : QStringLiteral("%1 forms").arg(count);
+}
+
 } // namespace
 
 // What the source commands see of this window: its forms, their files and
@@ -306,8 +311,8 @@ void TfrmVexil::RefreshList()
     rebuildModel();
     statusBar()->showMessage(m_project.folder().isEmpty()
                                  ? QStringLiteral("No project folder")
-                                 : QStringLiteral("%1: %2 forms").arg(QDir::toNativeSeparators(m_project.folder()))
-                                       .arg(m_project.forms().size()));
+                                 : QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(m_project.folder()),
+                                                                formCount(int(m_project.forms().size()))));
 }
 
 void TfrmVexil::rebuildModel()
@@ -750,7 +755,7 @@ void TfrmVexil::fileCommand(int kind)
     const int count = kind == 0 ? SaveAllTranslations(fileName)
                                 : kind == 1 ? LoadAllTranslations(fileName) : MergeAllTranslations(fileName);
     if (count >= 0)
-        statusBar()->showMessage(QStringLiteral("%1 forms").arg(count));
+        statusBar()->showMessage(formCount(count));
 }
 
 // ---------------------------------------------------------------- window

@@ -104,12 +104,17 @@ QByteArray toBytes(const TvxMessageFile &file)
                          "\"MIME-Version: 1.0\\n\"\n"
                          "\"Content-Type: text/plain; charset=UTF-8\\n\"\n"
                          "\"Content-Transfer-Encoding: 8bit\\n\"\n");
+    // Header values come from files read before: quoted like any text.
+    const auto header = [&out](const char *name, const QString &value) {
+        appendQuoted(out, QLatin1String(name) + value + QLatin1Char('\n'));
+        out += QLatin1Char('\n');
+    };
     if (!file.language.isEmpty()) {
-        out += QLatin1String("\"Language: ") + file.language + QLatin1String("\\n\"\n");
-        out += QLatin1String("\"X-Language: ") + file.language + QLatin1String("\\n\"\n");
+        header("Language: ", file.language);
+        header("X-Language: ", file.language);
     }
     if (!file.sourceLanguage.isEmpty())
-        out += QLatin1String("\"X-Source-Language: ") + file.sourceLanguage + QLatin1String("\\n\"\n");
+        header("X-Source-Language: ", file.sourceLanguage);
     out += QLatin1String("\"X-Qt-Contexts: true\\n\"\n");
     for (const TvxMessage &m : file.messages) {
         out += QLatin1Char('\n');

@@ -240,6 +240,11 @@ void TstInterchange::poRoundTripKeepsEveryText()
         QCOMPARE(back.messages.at(i).translation, file.messages.at(i).translation);
         QCOMPARE(back.messages.at(i).finished, file.messages.at(i).finished);
     }
+
+    // A language read from another file goes back out quoted like a text.
+    file.language = QStringLiteral("de\"X-Qt-Contexts: true");
+    QVERIFY2(Po::fromBytes(Po::toBytes(file), &back, &error), qPrintable(error));
+    QCOMPARE(back.language, file.language);
 }
 
 void TstInterchange::exportGroupsByFormAndCategoryAndFilters()
