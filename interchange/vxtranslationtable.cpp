@@ -254,6 +254,28 @@ bool TvxTranslationTable::setText(int entry, int language, const QString &text)
     if (language < 1)
         return false;
     TvxEntry &e = m_entries[entry];
+    // A closed value that already has the field: only that field changes.
+    // Fields as stored hold no line break or delimiter, so decoding and
+    // encoding them again gives them back unchanged, as a full split and
+    // join would.
+    if (e.value.endsWith(m_delimiter)) {
+        qsizetype from = 0;
+        for (int field = 1; field < language && from >= 0; ++field) {
+            from = e.value.indexOf(m_delimiter, from);
+            if (from >= 0)
+                ++from;
+        }
+        const qsizetype end = from >= 0 ? e.value.indexOf(m_delimiter, from) : -1;
+        if (end >= 0) {
+            const QString encoded = FF::encodeText(text, m_delimiter);
+            if (QStringView(e.value).mid(from, end - from) == encoded)
+                return false;
+            e.value.replace(from, end - from, encoded);
+            m_ini->WriteString(sectionName(e.category), e.key, e.value);
+            m_modified = true;
+            return true;
+        }
+    }
     bool closed = true;
     QStringList all = splitValue(e.value, m_delimiter, &closed);
     if (language <= all.size() && all.at(language - 1) == text)
