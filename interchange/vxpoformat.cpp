@@ -1,5 +1,6 @@
 #include "vxpoformat.h"
 
+#include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QSaveFile>
 #include <QtCore/QStringDecoder>
@@ -104,6 +105,11 @@ QByteArray toBytes(const TvxMessageFile &file)
                          "\"MIME-Version: 1.0\\n\"\n"
                          "\"Content-Type: text/plain; charset=UTF-8\\n\"\n"
                          "\"Content-Transfer-Encoding: 8bit\\n\"\n");
+    // The fields gettext's checks want: the time of the export, and the
+    // translator and team left for the translator's tool to fill in.
+    out += QLatin1String("\"PO-Revision-Date: ")
+        + QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyy-MM-dd HH:mm")) + QLatin1String("+0000\\n\"\n");
+    out += QLatin1String("\"Last-Translator: \\n\"\n\"Language-Team: \\n\"\n");
     // Header values come from files read before: quoted like any text.
     const auto header = [&out](const char *name, const QString &value) {
         appendQuoted(out, QLatin1String(name) + value + QLatin1Char('\n'));

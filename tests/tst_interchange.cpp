@@ -364,6 +364,7 @@ void TstInterchange::realToolsAcceptOurFiles()
     QVERIFY(Po::write(messages, po, &error));
 
     QCOMPARE(run(msgfmt, {QStringLiteral("--check"), QStringLiteral("-o"), QStringLiteral("/dev/null"), po}, &error), 0);
+    QVERIFY2(!error.contains(QLatin1String("warning")), qPrintable(error)); // a complete header too
     QCOMPARE(run(lrelease, {ts, QStringLiteral("-qm"), m_dir.filePath(QStringLiteral("app_de.qm"))}, &error), 0);
     QVERIFY2(!error.contains(QStringLiteral("rror")), qPrintable(error));
     // The compiled catalogue answers as Qt's translator would at run time.
