@@ -22,6 +22,7 @@
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
 #include <QtGui/QStandardItemModel>
 #include <QtTest/QtTest>
+#include <QtWidgets/QDockWidget>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
@@ -75,6 +76,7 @@ private Q_SLOTS:
     void openAllFormsAtStartUp();
     void optionsStayOnTopAndPictures();
     void sourceMenusWorkOnTheListedForms();
+    void closedDockComesBackFromTheMenuItem();
 
 private:
     TfrmVexil *openWindow();
@@ -467,6 +469,25 @@ void TestExpertWindow::sourceMenusWorkOnTheListedForms()
     // The list was read again.
     QVERIFY2(cell(window, QStringLiteral("Form1"), TfrmVexil::colLines).contains(QLatin1String("Strings 1")),
              qPrintable(cell(window, QStringLiteral("Form1"), TfrmVexil::colLines)));
+}
+
+void TestExpertWindow::closedDockComesBackFromTheMenuItem()
+{
+    m_main->show();
+    TfrmVexil *window = openWindow();
+    window->SetDocked(true);
+    QVERIFY(window->isVisible());
+    // The dock's own close button hides the dock, not the window in it.
+    auto *dock = qobject_cast<QDockWidget *>(window->parentWidget());
+    QVERIFY(dock);
+    dock->close();
+    QVERIFY(!window->isVisible());
+    QCOMPARE(openWindow(), window);
+    QVERIFY(window->isDocked());
+    QVERIFY(window->isVisible());
+    QCOMPARE(m_expert->notifier()->moduleNotifierCount(), m_designer->core->formWindowManager()->formWindowCount());
+    window->SetDocked(false);
+    m_main->hide();
 }
 
 QTEST_MAIN(TestExpertWindow)
