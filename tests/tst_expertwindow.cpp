@@ -77,6 +77,7 @@ private Q_SLOTS:
     void optionsStayOnTopAndPictures();
     void sourceMenusWorkOnTheListedForms();
     void closedDockComesBackFromTheMenuItem();
+    void formRenamedAndClosedUnsavedStaysListed();
 
 private:
     TfrmVexil *openWindow();
@@ -488,6 +489,28 @@ void TestExpertWindow::closedDockComesBackFromTheMenuItem()
     QCOMPARE(m_expert->notifier()->moduleNotifierCount(), m_designer->core->formWindowManager()->formWindowCount());
     window->SetDocked(false);
     m_main->hide();
+}
+
+void TestExpertWindow::formRenamedAndClosedUnsavedStaysListed()
+{
+    TfrmVexil *window = openWindow();
+    QDesignerFormWindowInterface *form1 = window->OpenForm(QStringLiteral("Form1"));
+    QVERIFY(form1);
+    form1->cursor()->setProperty(QStringLiteral("objectName"), QStringLiteral("Renamed"));
+    QVERIFY(window->formNames().contains(QStringLiteral("Renamed")));
+    // Closed without saving: the file still holds Form1, and so does the list.
+    QDesignerFormWindowManagerInterface *manager = m_designer->core->formWindowManager();
+    manager->removeFormWindow(form1);
+    delete form1;
+    QCOMPARE(window->formNames(), (QStringList{QStringLiteral("Form1"), QStringLiteral("Form2")}));
+    QCOMPARE(cell(window, QStringLiteral("Form1"), TfrmVexil::colLines), QStringLiteral("Captions 2"));
+
+    // Deleted without being removed first: no longer shown as open.
+    QDesignerFormWindowInterface *form2 = window->OpenForm(QStringLiteral("Form2"));
+    QVERIFY(form2);
+    QCOMPARE(cell(window, QStringLiteral("Form2"), TfrmVexil::colOpen), QStringLiteral("yes"));
+    delete form2;
+    QCOMPARE(cell(window, QStringLiteral("Form2"), TfrmVexil::colOpen), QString());
 }
 
 QTEST_MAIN(TestExpertWindow)
