@@ -9,6 +9,7 @@
 #include <QtDesigner/QDesignerFormWindowManagerInterface>
 #include <QtGui/QAction>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDockWidget>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
@@ -412,6 +413,11 @@ void TVexilExpert::RunItemClick()
             m_window->RefreshList();
         }
         m_window->show();
+        // Docked: the dock may have been closed with its own button.
+        if (auto *dock = qobject_cast<QDockWidget *>(m_window->parentWidget())) {
+            dock->show();
+            dock->raise();
+        }
         m_window->raise();
         m_window->activateWindow();
     } catch (const std::exception &error) {

@@ -87,8 +87,9 @@ bool TvxExpertCommands::componentOf(const QString &formName, Component *componen
     component->name = uiTranslationComponent(ui.text(), &component->className);
     if (component->name.isEmpty())
         return false;
-    // A closed form's table is taken with the component's default
-    // delimiter, the tab.
+    // A closed form's table is split at the delimiter its .ui sets, the
+    // tab when it sets none.
+    component->delimiter = uiCharProperty(ui.text(), component->name, QStringLiteral("LangDelim"), QLatin1Char('\t'));
     component->strings = uiStringList(ui.text(), component->name, QStringLiteral("Strings"));
     return true;
 }

@@ -478,8 +478,13 @@ void TfrmVexil::formWindowGone(QDesignerFormWindowInterface *formWindow)
         return;
     Row &row = m_rows[index];
     row.window = nullptr;
-    if (!row.form.uiPath.isEmpty() && QFileInfo::exists(row.form.uiPath)
-        && m_project.indexOf(row.form.formName) >= 0) {
+    // A project form stays listed by its file: the name it had in Designer
+    // may be one it was given there and never saved.
+    const QString path = cleanPath(row.form.uiPath);
+    bool inFolder = false;
+    for (const TvxProjectForm &form : m_project.forms())
+        inFolder = inFolder || (!path.isEmpty() && cleanPath(form.uiPath) == path);
+    if (inFolder && QFileInfo::exists(row.form.uiPath)) {
         // Back to what the file holds.
         const TvxProjectForm saved = VexilProject::readForm(row.form.uiPath);
         row.form.state = saved.state;

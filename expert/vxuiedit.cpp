@@ -202,6 +202,22 @@ QStringList uiStringList(const QString &ui, const QString &component, const QStr
     return items;
 }
 
+QChar uiCharProperty(const QString &ui, const QString &component, const QString &property, QChar fallback)
+{
+    QList<Element> elements;
+    if (!parse(ui, &elements, nullptr))
+        return fallback;
+    const int w = findWidget(elements, component);
+    const int p = w < 0 ? -1 : childNamed(elements, w, QStringLiteral("property"), property);
+    const int c = p < 0 ? -1 : childNamed(elements, p, QStringLiteral("char"));
+    const int u = c < 0 ? -1 : childNamed(elements, c, QStringLiteral("unicode"));
+    if (u < 0)
+        return fallback;
+    bool ok = false;
+    const uint code = elements.at(u).text.trimmed().toUInt(&ok);
+    return ok && code > 0 && code < 0x10000 ? QChar(char16_t(code)) : fallback;
+}
+
 bool setUiStringList(QString *ui, const QString &component, const QString &property, const QStringList &items,
                      QString *error)
 {

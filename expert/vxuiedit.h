@@ -30,6 +30,11 @@ QString uiTranslationComponent(const QString &ui, QString *className = nullptr);
 QStringList uiStringList(const QString &ui, const QString &component, const QString &property,
                          bool *found = nullptr);
 
+/// The character property @p property of widget @p component (Designer
+/// writes it as <char><unicode>code</unicode></char>); @p fallback when the
+/// form does not set it.
+QChar uiCharProperty(const QString &ui, const QString &component, const QString &property, QChar fallback);
+
 /// Sets the string-list property @p property of widget @p component to
 /// @p items, in the layout Designer writes. An existing list keeps its
 /// <stringlist> attributes (notr, comment ...). False, with @p error set and

@@ -126,14 +126,19 @@ namespace {
 QString readText(QXmlStreamReader &xml)
 {
     QString text;
+    // The first plural or length form, once one is met: then the text is
+    // that form's alone, without the blanks that lay the forms out.
+    QString form;
     bool numerusSeen = false;
+    int formDepth = -1; // the first form's depth while inside it
     int depth = 0;
     while (!xml.atEnd()) {
         const auto token = xml.readNext();
+        QString &into = formDepth >= 0 ? form : text;
         if (token == QXmlStreamReader::Characters) {
-            text += xml.text();
+            into += xml.text();
         } else if (token == QXmlStreamReader::EntityReference) {
-            text += xml.text();
+            into += xml.text();
         } else if (token == QXmlStreamReader::StartElement) {
             ++depth;
             if (xml.name() == QLatin1String("byte")) {
@@ -145,22 +150,25 @@ QString readText(QXmlStreamReader &xml)
                 else
                     code = v.toUInt(&ok, 10);
                 if (ok)
-                    text += QChar(char16_t(code));
+                    into += QChar(char16_t(code));
             } else if (xml.name() == QLatin1String("numerusform") || xml.name() == QLatin1String("lengthvariant")) {
                 if (numerusSeen) {
                     xml.skipCurrentElement();
                     --depth;
                 } else {
                     numerusSeen = true;
+                    formDepth = depth;
                 }
             }
         } else if (token == QXmlStreamReader::EndElement) {
             if (depth == 0)
                 break;
+            if (depth == formDepth)
+                formDepth = -1;
             --depth;
         }
     }
-    return text;
+    return numerusSeen ? form : text;
 }
 
 } // namespace

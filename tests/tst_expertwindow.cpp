@@ -22,6 +22,7 @@
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
 #include <QtGui/QStandardItemModel>
 #include <QtTest/QtTest>
+#include <QtWidgets/QDockWidget>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
@@ -75,6 +76,8 @@ private Q_SLOTS:
     void openAllFormsAtStartUp();
     void optionsStayOnTopAndPictures();
     void sourceMenusWorkOnTheListedForms();
+    void closedDockComesBackFromTheMenuItem();
+    void formRenamedAndClosedUnsavedStaysListed();
 
 private:
     TfrmVexil *openWindow();
@@ -467,6 +470,47 @@ void TestExpertWindow::sourceMenusWorkOnTheListedForms()
     // The list was read again.
     QVERIFY2(cell(window, QStringLiteral("Form1"), TfrmVexil::colLines).contains(QLatin1String("Strings 1")),
              qPrintable(cell(window, QStringLiteral("Form1"), TfrmVexil::colLines)));
+}
+
+void TestExpertWindow::closedDockComesBackFromTheMenuItem()
+{
+    m_main->show();
+    TfrmVexil *window = openWindow();
+    window->SetDocked(true);
+    QVERIFY(window->isVisible());
+    // The dock's own close button hides the dock, not the window in it.
+    auto *dock = qobject_cast<QDockWidget *>(window->parentWidget());
+    QVERIFY(dock);
+    dock->close();
+    QVERIFY(!window->isVisible());
+    QCOMPARE(openWindow(), window);
+    QVERIFY(window->isDocked());
+    QVERIFY(window->isVisible());
+    QCOMPARE(m_expert->notifier()->moduleNotifierCount(), m_designer->core->formWindowManager()->formWindowCount());
+    window->SetDocked(false);
+    m_main->hide();
+}
+
+void TestExpertWindow::formRenamedAndClosedUnsavedStaysListed()
+{
+    TfrmVexil *window = openWindow();
+    QDesignerFormWindowInterface *form1 = window->OpenForm(QStringLiteral("Form1"));
+    QVERIFY(form1);
+    form1->cursor()->setProperty(QStringLiteral("objectName"), QStringLiteral("Renamed"));
+    QVERIFY(window->formNames().contains(QStringLiteral("Renamed")));
+    // Closed without saving: the file still holds Form1, and so does the list.
+    QDesignerFormWindowManagerInterface *manager = m_designer->core->formWindowManager();
+    manager->removeFormWindow(form1);
+    delete form1;
+    QCOMPARE(window->formNames(), (QStringList{QStringLiteral("Form1"), QStringLiteral("Form2")}));
+    QCOMPARE(cell(window, QStringLiteral("Form1"), TfrmVexil::colLines), QStringLiteral("Captions 2"));
+
+    // Deleted without being removed first: no longer shown as open.
+    QDesignerFormWindowInterface *form2 = window->OpenForm(QStringLiteral("Form2"));
+    QVERIFY(form2);
+    QCOMPARE(cell(window, QStringLiteral("Form2"), TfrmVexil::colOpen), QStringLiteral("yes"));
+    delete form2;
+    QCOMPARE(cell(window, QStringLiteral("Form2"), TfrmVexil::colOpen), QString());
 }
 
 QTEST_MAIN(TestExpertWindow)

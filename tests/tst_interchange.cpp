@@ -93,6 +93,7 @@ private slots:
     void exportThenImportOfLargeFileIsByteForByte();
     void targetLanguageIsFoundFromFileOrName();
     void importQtMatchesFormAndSourceText();
+    void pluralAndVariantTranslationsReadAsTheirFirstForm();
 
     void statisticsCountPerFormCategoryAndLanguage();
     void validationReportsBrokenEntries();
@@ -581,6 +582,29 @@ void TstInterchange::importQtMatchesFormAndSourceText()
     QCOMPARE(again.text(again.indexOf(stCaptions, QStringLiteral("MainWindow.MainWindow")), 2), QStringLiteral("Bearbeiter"));
     // Another form showing the same text is not this form's.
     QCOMPARE(again.text(again.indexOf(stCaptions, QStringLiteral("Dialog.okButton.Text")), 2), QString());
+}
+
+void TstInterchange::pluralAndVariantTranslationsReadAsTheirFirstForm()
+{
+    // As Qt's tools indent them: the blanks between the forms belong to no text.
+    const QByteArray ts = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<TS version=\"2.1\" language=\"de\">\n"
+                          "<context>\n    <name>MainWindow</name>\n"
+                          "    <message numerus=\"yes\">\n        <source>%n file(s)</source>\n"
+                          "        <translation>\n            <numerusform>%n Datei</numerusform>\n"
+                          "            <numerusform>%n Dateien</numerusform>\n        </translation>\n    </message>\n"
+                          "    <message>\n        <source>Open the file</source>\n"
+                          "        <translation variants=\"yes\">\n            <lengthvariant>Datei &#xf6;ffnen</lengthvariant>\n"
+                          "            <lengthvariant>&#xd6;ffnen</lengthvariant>\n        </translation>\n    </message>\n"
+                          "    <message>\n        <source>Plain</source>\n        <translation> Schlicht </translation>\n    </message>\n"
+                          "</context>\n</TS>\n";
+    TvxMessageFile file;
+    QString error;
+    QVERIFY2(Ts::fromBytes(ts, &file, &error), qPrintable(error));
+    QCOMPARE(file.messages.size(), 3);
+    QCOMPARE(file.messages.at(0).translation, QStringLiteral("%n Datei"));
+    QCOMPARE(file.messages.at(1).translation, QStringLiteral("Datei öffnen"));
+    QCOMPARE(file.messages.at(2).translation, QStringLiteral(" Schlicht "));
+    QVERIFY(file.messages.at(0).finished);
 }
 
 void TstInterchange::statisticsCountPerFormCategoryAndLanguage()

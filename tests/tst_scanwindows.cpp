@@ -167,6 +167,7 @@ private slots:
     void menus();
     void scanWithFormWritesUnitAndForm();
     void scanOfOpenFormGoesThroughDesigner();
+    void closedFormTableKeepsItsDelimiter();
     void unitPickerAndNoForms();
     void unusedIdsWindowIsSingleAndModeless();
     void typeChange();
@@ -510,6 +511,49 @@ void tst_ScanWindows::scanOfOpenFormGoesThroughDesigner()
     QCOMPARE(box, Msg::fileShouldBeClosed());
     QCOMPARE(uiWidgetClass(readAll(m_project->form(QStringLiteral("Orders")).uiPath), QStringLiteral("Vexil1")),
              QStringLiteral("TVexil"));
+}
+
+void tst_ScanWindows::closedFormTableKeepsItsDelimiter()
+{
+    // A closed form whose component splits its lines at '|': the scan and
+    // the unused check read and write its table with that delimiter.
+    const QString uiPath = m_project->form(QStringLiteral("Orders")).uiPath;
+    QString ui = readAll(uiPath);
+    ui.replace(QStringLiteral("<widget class=\"TVexil\" name=\"Vexil1\">"),
+               QStringLiteral("<widget class=\"TVexil\" name=\"Vexil1\">\n   <property name=\"LangDelim\">"
+                              "<char><unicode>124</unicode></char></property>"));
+    QVERIFY(setUiStringList(&ui, QStringLiteral("Vexil1"), QStringLiteral("Strings"),
+                            {QStringLiteral("OLD|old|"), QStringLiteral("IDS_1|Hello|")}));
+    writeAll(uiPath, ui);
+
+    TvxExpertCommands commands(m_project.get());
+    TvxExpertCommands::Component component;
+    QVERIFY(commands.componentOf(QStringLiteral("Orders"), &component));
+    QCOMPARE(component.delimiter, QLatin1Char('|'));
+
+    m_project->selected = {QStringLiteral("Orders")};
+    QString box;
+    onNextModal([&](QWidget *w) {
+        auto *found = qobject_cast<TfrmFound *>(w);
+        QVERIFY(found);
+        found->accept();
+        answerNextBox(&box);
+    });
+    commands.Translatesource1Click();
+    QCOMPARE(box, Msg::translated());
+    QCOMPARE(uiStringList(readAll(uiPath), QStringLiteral("Vexil1"), QStringLiteral("Strings")),
+             (QStringList{QStringLiteral("OLD|old|"), QStringLiteral("IDS_1|Hello|"), QStringLiteral("IDS_2|Orders|"),
+                          QStringLiteral("IDS_3|Hello|")}));
+
+    // Identifiers end at the '|': the scan's own calls carry a comment
+    // before their parenthesis, so all four count as unused.
+    commands.CheckunusedIDs1Click();
+    QVERIFY(TvxUnusedIdsWindow::existing());
+    QCOMPARE(TvxUnusedIdsWindow::existing()->identifiers(),
+             (QStringList{QStringLiteral("OLD"), QStringLiteral("IDS_1"), QStringLiteral("IDS_2"),
+                          QStringLiteral("IDS_3")}));
+    TvxUnusedIdsWindow::existing()->close();
+    QTRY_VERIFY(!TvxUnusedIdsWindow::existing());
 }
 
 void tst_ScanWindows::unitPickerAndNoForms()
