@@ -28,6 +28,14 @@ bool ensureFormMethods(const TvxScanInput &input, const std::function<void(TvxMe
 {
     const QString source = input.formSourcePath.isEmpty() ? input.unitPath : input.formSourcePath;
     const QString slot = languageSlotName(input.componentName);
+    if (input.headerPath.isEmpty() || source.isEmpty()) {
+        if (message)
+            message(TvxMessageKind::Error,
+                    QStringLiteral("Form %1 has no %2 beside its .ui: the methods UpdateStrings and %3 cannot be added.")
+                        .arg(input.formName, input.headerPath.isEmpty() ? QStringLiteral(".h") : QStringLiteral(".cpp"),
+                             slot));
+        return false;
+    }
     TvxUnitFile header(input.headerPath), cpp(source);
     // Both files are read and checked before either is written.
     for (TvxUnitFile *f : {&header, &cpp}) {

@@ -424,6 +424,15 @@ void tst_ExpertFiles::constSectionMakesMethodsAndRewrites()
     QCOMPARE(refused.reviews, 0);
     QCOMPARE(readAll(path("form1.cpp")), QString::fromUtf8(kSource));
     QCOMPARE(readAll(path("form1.h")), QString::fromUtf8(kHeader));
+
+    // A form without a header says which file is missing; nothing is written.
+    TvxScanInput noHeader = input(true);
+    noHeader.headerPath.clear();
+    Recorder missing;
+    QCOMPARE(doScanReplace(noHeader, missing.callbacks()), TvxScanOutcome::Failed);
+    QVERIFY2(missing.messages.value(0).second.contains(QLatin1String("Form1 has no .h")),
+             qPrintable(missing.messages.value(0).second));
+    QCOMPARE(readAll(path("form1.cpp")), QString::fromUtf8(kSource));
 }
 
 void tst_ExpertFiles::unusedIds()
