@@ -146,9 +146,9 @@ TvxScanOutcome TvxExpertCommands::DoScanReplace(const QString &formName, const Q
     return doScanReplace(in, cb);
 }
 
-void TvxExpertCommands::Translatesource1Click()
+void TvxExpertCommands::scanSelectedForms(bool constSection)
 {
-    guarded([this] {
+    guarded([this, constSection] {
         for (const QString &form : m_project->selectedForms()) {
             Component c;
             if (!componentOf(form, &c)) {
@@ -159,25 +159,19 @@ void TvxExpertCommands::Translatesource1Click()
                 } catch (...) {
                 }
             }
-            DoScanReplace(form, QString(), false);
+            DoScanReplace(form, QString(), constSection);
         }
     });
 }
 
+void TvxExpertCommands::Translatesource1Click()
+{
+    scanSelectedForms(false);
+}
+
 void TvxExpertCommands::Const1Click()
 {
-    guarded([this] {
-        for (const QString &form : m_project->selectedForms()) {
-            Component c;
-            if (!componentOf(form, &c)) {
-                try {
-                    m_project->insertComponent(form);
-                } catch (...) {
-                }
-            }
-            DoScanReplace(form, QString(), true);
-        }
-    });
+    scanSelectedForms(true);
 }
 
 bool TvxExpertCommands::pickUnit(QString *form, QString *unit)

@@ -82,6 +82,8 @@ public:
 private:
     void message(Vexil::Expert::TvxMessageKind kind, const QString &text);
     bool pickUnit(QString *form, QString *unit);
+    /// Each selected form's own unit, a component inserted where it has none.
+    void scanSelectedForms(bool constSection);
     template <class F>
     void guarded(F &&command);
 

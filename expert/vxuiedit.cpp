@@ -73,6 +73,18 @@ int findWidget(const QList<Element> &elements, const QString &component)
     return -1;
 }
 
+// The widget named @p component of a .ui about to be edited: its index in
+// @p elements, or -1 with @p error set.
+int editedWidget(const QString &ui, const QString &component, QList<Element> *elements, QString *error)
+{
+    if (!parse(ui, elements, error))
+        return -1;
+    const int w = findWidget(*elements, component);
+    if (w < 0 && error)
+        *error = QStringLiteral("The form has no component named %1.").arg(component);
+    return w;
+}
+
 int childNamed(const QList<Element> &elements, int parent, const QString &element, const QString &nameAttr = {})
 {
     for (int i = parent + 1; i < elements.size() && elements.at(i).start < elements.at(parent).end; ++i) {
@@ -222,14 +234,9 @@ bool setUiStringList(QString *ui, const QString &component, const QString &prope
                      QString *error)
 {
     QList<Element> elements;
-    if (!parse(*ui, &elements, error))
+    const int w = editedWidget(*ui, component, &elements, error);
+    if (w < 0)
         return false;
-    const int w = findWidget(elements, component);
-    if (w < 0) {
-        if (error)
-            *error = QStringLiteral("The form has no component named %1.").arg(component);
-        return false;
-    }
     const int p = childNamed(elements, w, QStringLiteral("property"), property);
     const QString indent = p >= 0 ? indentAt(*ui, elements.at(p).start)
                                   : indentAt(*ui, elements.at(w).start) + QLatin1Char(' ');
@@ -258,14 +265,9 @@ bool setUiWidgetClass(QString *ui, const QString &component, const QString &newC
                       QString *error)
 {
     QList<Element> elements;
-    if (!parse(*ui, &elements, error))
+    const int w = editedWidget(*ui, component, &elements, error);
+    if (w < 0)
         return false;
-    const int w = findWidget(elements, component);
-    if (w < 0) {
-        if (error)
-            *error = QStringLiteral("The form has no component named %1.").arg(component);
-        return false;
-    }
     const QString oldClass = elements.at(w).attributes.value(QLatin1String("class")).toString();
     QList<Edit> edits;
     const Element &widget = elements.at(w);

@@ -1,6 +1,8 @@
 #include "vxmessages.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QHash>
+#include <QtCore/QSaveFile>
 
 namespace Vexil::Interchange {
 
@@ -76,6 +78,40 @@ TvxMessageFile exportMessages(const TvxTranslationTable &table, int language, co
     if (skipped)
         *skipped = left;
     return file;
+}
+
+bool readMessageFile(const QString &fileName, TvxMessageFile *file, QString *error,
+                     bool (*parse)(const QByteArray &, TvxMessageFile *, QString *))
+{
+    QFile in(fileName);
+    if (!in.exists()) {
+        if (error)
+            *error = QStringLiteral("%1: no such file").arg(fileName);
+        return false;
+    }
+    if (!in.open(QIODevice::ReadOnly)) {
+        if (error)
+            *error = QStringLiteral("%1: cannot be read (%2)").arg(fileName, in.errorString());
+        return false;
+    }
+    QString why;
+    if (!parse(in.readAll(), file, &why)) {
+        if (error)
+            *error = QStringLiteral("%1: damaged, %2").arg(fileName, why);
+        return false;
+    }
+    return true;
+}
+
+bool writeMessageFile(const QByteArray &bytes, const QString &fileName, QString *error)
+{
+    QSaveFile out(fileName);
+    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) < 0 || !out.commit()) {
+        if (error)
+            *error = QStringLiteral("%1: cannot be written (%2)").arg(fileName, out.errorString());
+        return false;
+    }
+    return true;
 }
 
 } // namespace Vexil::Interchange

@@ -42,4 +42,13 @@ bool splitMessageContext(const QString &context, QString *form, TStringsType *ca
 TvxMessageFile exportMessages(const TvxTranslationTable &table, int language, const QStringList &forms,
                               const QList<TStringsType> &categories, int *skipped = nullptr);
 
+/// Reads @p fileName and parses it with @p parse (a format's fromBytes);
+/// false with a message naming the file when it is missing, unreadable or
+/// damaged.
+bool readMessageFile(const QString &fileName, TvxMessageFile *file, QString *error,
+                     bool (*parse)(const QByteArray &, TvxMessageFile *, QString *));
+/// Writes @p bytes to @p fileName through a safe save; false with a
+/// message naming the file when it cannot be written.
+bool writeMessageFile(const QByteArray &bytes, const QString &fileName, QString *error);
+
 } // namespace Vexil::Interchange

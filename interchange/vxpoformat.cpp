@@ -1,8 +1,6 @@
 #include "vxpoformat.h"
 
 #include <QtCore/QDateTime>
-#include <QtCore/QFile>
-#include <QtCore/QSaveFile>
 #include <QtCore/QStringDecoder>
 
 #include <cctype>
@@ -135,13 +133,7 @@ QByteArray toBytes(const TvxMessageFile &file)
 
 bool write(const TvxMessageFile &file, const QString &fileName, QString *error)
 {
-    QSaveFile out(fileName);
-    if (!out.open(QIODevice::WriteOnly) || out.write(toBytes(file)) < 0 || !out.commit()) {
-        if (error)
-            *error = QStringLiteral("%1: cannot be written (%2)").arg(fileName, out.errorString());
-        return false;
-    }
-    return true;
+    return writeMessageFile(toBytes(file), fileName, error);
 }
 
 namespace {
@@ -371,24 +363,7 @@ bool fromBytes(const QByteArray &bytes, TvxMessageFile *file, QString *error)
 
 bool read(const QString &fileName, TvxMessageFile *file, QString *error)
 {
-    QFile in(fileName);
-    if (!in.exists()) {
-        if (error)
-            *error = QStringLiteral("%1: no such file").arg(fileName);
-        return false;
-    }
-    if (!in.open(QIODevice::ReadOnly)) {
-        if (error)
-            *error = QStringLiteral("%1: cannot be read (%2)").arg(fileName, in.errorString());
-        return false;
-    }
-    QString why;
-    if (!fromBytes(in.readAll(), file, &why)) {
-        if (error)
-            *error = QStringLiteral("%1: damaged, %2").arg(fileName, why);
-        return false;
-    }
-    return true;
+    return readMessageFile(fileName, file, error, fromBytes);
 }
 
 } // namespace Vexil::Interchange::Po
